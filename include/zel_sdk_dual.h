@@ -1,0 +1,130 @@
+/*
+ * zel_sdk_dual: drives the controllers of G5 and G6 LED display panels.
+ *
+ * One C header for C and C++ hosts. Every function returns a 32-bit signed result unless its
+ * line says otherwise:
+ *    0  success
+ *    1  the answer's data was longer than the caller's buffer; the buffer holds what fitted
+ *    2  zelDual_cmd_AT_getWifiSsidPwd: the module's answer was too short
+ *   >0  otherwise an error code reported by the controller or by the socket layer
+ *   -1  generic failure: transport failure or time-out, bad frame, bad argument
+ *   -2  the answer's header check failed
+ *   -3  the CRC-16 over the answer's body failed
+ *   -4  the answer's header version is unknown
+ *   -5  an answer arrived, well formed, but not the one expected
+ *
+ * Text is a zero-terminated GBK byte string. Records are packed little-endian byte blocks in
+ * which pointers take 8 bytes (x86-64). The library keeps no context handle: screen settings,
+ * the packet length and the program under construction are process-wide. What the library
+ * reports to a person goes to standard output (the console trace) and, for dynamic areas, to
+ * the file "testDemoLog" in the working directory.
+ */
+#ifndef ZEL_SDK_DUAL_H
+#define ZEL_SDK_DUAL_H
+
+#include <stdint.h>
+
+#if defined(ZEL_SDK_DUAL_BUILD)
+#define ZEL_API __attribute__((visibility("default")))
+#else
+#define ZEL_API
+#endif
+
+#ifdef __cplusplus
+#define ZEL_STATIC_ASSERT(cond, msg) static_assert(cond, msg)
+extern "C" {
+#else
+#define ZEL_STATIC_ASSERT(cond, msg) _Static_assert(cond, msg)
+#endif
+
+#pragma pack(push, 1)
+
+/* ==== Records of the SDK frame ========================================================== */
+
+/** Data range and result of zelDual_get_crc16. */
+typedef struct ZelCrc16Record {
+    const uint8_t *data; /* offset 0 */
+    uint32_t length;     /* offset 8 */
+    uint16_t crc;        /* offset 12: written by the call */
+} ZelCrc16Record;
+ZEL_STATIC_ASSERT(sizeof(ZelCrc16Record) == 14, "ZelCrc16Record is 14 bytes");
+
+/** Data range and result of zelDual_get_crc32. */
+typedef struct ZelCrc32Record {
+    const uint8_t *data; /* offset 0 */
+    uint32_t length;     /* offset 8 */
+    uint32_t crc;        /* offset 12: written by the call */
+} ZelCrc32Record;
+ZEL_STATIC_ASSERT(sizeof(ZelCrc32Record) == 16, "ZelCrc32Record is 16 bytes");
+
+/** The G5 program file image that zelDual_program_IntegrateProgramFile hands out. */
+typedef struct ZelProgramFile_G5 {
+    char fileName[4];   /* offset 0: ASCII, not terminated */
+    uint8_t fileType;   /* offset 4 */
+    uint32_t fileLen;   /* offset 5 */
+    uint8_t *fileData;  /* offset 9: owned by the host until zelDual_program_freeBuffer */
+    uint32_t fileCrc;   /* offset 17: the CRC-32 at the end of the image */
+} ZelProgramFile_G5;
+ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G5) == 21, "ZelProgramFile_G5 is 21 bytes");
+
+/** The two G6 file images that zelDual_program_IntegrateProgramFile_G6 hands out. */
+typedef struct ZelProgramFile_G6 {
+    char programFileName[4]; /* offset 0 */
+    uint8_t programFileType; /* offset 4 */
+    uint32_t programFileLen; /* offset 5 */
+    uint8_t *programFileData; /* offset 9: owned by the host until zelDual_program_freeBuffer_G6 */
+    char dataFileName[4];    /* offset 17 */
+    uint8_t dataFileType;    /* offset 21 */
+    uint32_t dataFileLen;    /* offset 22 */
+    uint8_t *dataFileData;   /* offset 26: owned by the host until zelDual_program_freeBuffer_G6 */
+} ZelProgramFile_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 bytes");
+
+/* ==== Records of discovery, device control and the file system ========================== */
+
+/* ==== Records of screen settings and rendering ========================================== */
+
+/* ==== Records of G5 programs ============================================================ */
+
+#pragma pack(pop)
+
+/* ==== SDK frame ========================================================================= */
+
+/** Prints the version line; starts the library. 0, or -1 if the socket layer did not start. */
+ZEL_API int32_t zelDual_InitSdk(void);
+/** Stops the library. 0 (also when it was not started). */
+ZEL_API int32_t zelDual_ReleaseSdk(void);
+/** Sets the screen number of the next packet; any command's peer resets it to 0xFFFE. 0. */
+ZEL_API int32_t zelDual_set_screenNum_G56(uint16_t screenNum);
+/** Sets the block size of zelDual_cmd_ofsWriteFile; not checked. 0. */
+ZEL_API int32_t zelDual_set_packetLen(uint16_t packetLen);
+/** Computes the CRC-16/ARC of the record's range into its crc field. 0. */
+ZEL_API int32_t zelDual_get_crc16(ZelCrc16Record *record);
+/** Computes the CRC-32 (IEEE 802.3) of the record's range into its crc field. 0. */
+ZEL_API int32_t zelDual_get_crc32(ZelCrc32Record *record);
+/** Frees the image of a G5 file record and nulls its pointer; null is skipped. 0. */
+ZEL_API int32_t zelDual_program_freeBuffer(ZelProgramFile_G5 *file);
+/** Frees the data file, then the program file, of a G6 record; nulls both. 0. */
+ZEL_API int32_t zelDual_program_freeBuffer_G6(ZelProgramFile_G6 *file);
+/** Destroys the program under construction and releases its owner thread. 0. */
+ZEL_API int32_t zelDual_program_deleteProgram(void);
+/** The same as zelDual_program_deleteProgram. 0. */
+ZEL_API int32_t zelDual_program_deleteProgram_G6(void);
+
+/* ==== Character conversion ============================================================== */
+
+/* ==== Discovery and network configuration =============================================== */
+
+/* ==== Device control ==================================================================== */
+
+/* ==== Controller file system and configuration files ==================================== */
+
+/* ==== Screen settings =================================================================== */
+
+/* ==== G5 programs ======================================================================= */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* ZEL_SDK_DUAL_H */

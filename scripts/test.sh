@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Sets up, builds and runs every test: the normal build with all tests (slow ones included),
+# the AddressSanitizer + UndefinedBehaviorSanitizer build with the unit and integration tests,
+# and a bounded libFuzzer run over the frame parser.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+bash scripts/setup.sh
+
+jobs=2
+fuzz_seconds=${ZEL_FUZZ_SECONDS:-60}
+
+echo "== build"
+cmake -S . -B build -G Ninja -DZEL_WERROR=ON >/dev/null
+cmake --build build -j"$jobs"
+
+echo "== tests"
+ctest --test-dir build -j"$jobs" --output-on-failure
+
+echo "== sanitizer build"
+cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DZEL_SANITIZE=ON -DZEL_BENCH=OFF >/dev/null
+cmake --build build-asan -j"$jobs"
+
+echo "== tests under AddressSanitizer and UndefinedBehaviorSanitizer"
+ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+  ctest --test-dir build-asan -j"$jobs" --output-on-failure -LE slow
+
+echo "== fuzz build"
+CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DZEL_FUZZ=ON -DZEL_TESTS=OFF -DZEL_BENCH=OFF >/dev/null
+cmake --build build-fuzz -j"$jobs" --target zel_fuzz_targets
+
+echo "== bounded fuzz run (${fuzz_seconds} s per target)"
+for target in build-fuzz/fuzz/fuzz_*; do
+  name=$(basename "$target")
+  corpus=$(mktemp -d)
+  cp fuzz/corpus/"${name#fuzz_}"/* "$corpus"/
+  "$target" -max_total_time="$fuzz_seconds" -print_final_stats=0 "$corpus" 2>&1 | tail -n 3
+  rm -rf "$corpus"
+done
+
+echo "== all tests passed"

@@ -1,0 +1,36 @@
+// Runs each test process in a fresh temporary directory: the library writes its files
+// ("testDemoLog", "0.png", "dataFantx.bin" …) into the working directory.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <unistd.h>
+
+namespace {
+
+class TempDirEnvironment : public ::testing::Environment {
+  public:
+    void SetUp() override {
+        char pattern[] = "/tmp/zel_test_XXXXXX";
+        const char *dir = ::mkdtemp(pattern);
+        ASSERT_NE(dir, nullptr);
+        m_dir = dir;
+        ASSERT_EQ(::chdir(dir), 0);
+    }
+    void TearDown() override {
+        std::error_code ec;
+        std::filesystem::current_path("/tmp", ec);
+        std::filesystem::remove_all(m_dir, ec);
+    }
+
+  private:
+    std::filesystem::path m_dir;
+};
+
+} // namespace
+
+int main(int argc, char **argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    ::testing::AddGlobalTestEnvironment(new TempDirEnvironment);
+    return RUN_ALL_TESTS();
+}
