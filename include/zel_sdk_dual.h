@@ -80,9 +80,17 @@ typedef struct ZelProgramFile_G6 {
 } ZelProgramFile_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 bytes");
 
-/* ==== Records of discovery, device control and the file system ========================== */
+/* ==== Records of discovery and network configuration ==================================== */
+
+
+/* ==== Records of device control and the file system ===================================== */
+
 
 /* ==== Records of screen settings and rendering ========================================== */
+
+
+/* ==== Records of text pages ============================================================= */
+
 
 /* ==== Records of G5 programs ============================================================ */
 
@@ -111,15 +119,21 @@ ZEL_API int32_t zelDual_program_deleteProgram(void);
 /** The same as zelDual_program_deleteProgram. 0. */
 ZEL_API int32_t zelDual_program_deleteProgram_G6(void);
 
+
 /* ==== Character conversion ============================================================== */
+
 
 /* ==== Discovery and network configuration =============================================== */
 
+
 /* ==== Device control ==================================================================== */
+
 
 /* ==== Controller file system and configuration files ==================================== */
 
+
 /* ==== Screen settings =================================================================== */
+
 
 /* ==== G5 programs ======================================================================= */
 
