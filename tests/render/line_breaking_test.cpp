@@ -97,7 +97,7 @@ TEST(LineBreaking, PaginationKeepsLinesWholeAndStartsANewPageWhenOneDoesNotFit) 
     paginateLines(lines, 30.0, 25, current, pages);
     ASSERT_EQ(pages.size(), 5u);
     for (std::size_t i = 0; i < pages.size(); ++i)
-        EXPECT_EQ(pages[i], std::vector{lines[i]});
+        EXPECT_EQ(pages[i], std::vector<std::string>{lines[i]});
 }
 
 // ---- The incremental measurer against the literal one, on real fonts ----
@@ -186,12 +186,41 @@ TEST(LineBreaking, IncrementalMeasuringGivesEveryPrefixWidthOfTheLiteralOne) {
         for (uint8_t italic = 0; italic < 2; ++italic) {
             std::string text = randomGbk(rng, 2, 300);
             TKarea::convertGbkToUcs2(text);
-            TextScratch scratch(area, 100000, 40, 19.0, 0, italic, true);
+            TextScratch scratch(area, 30000, 40, 19.0, 0, italic, true);
             LiteralPrefixMeasurer literal(scratch.context(), text);
             IncrementalPrefixMeasurer incremental(scratch.context(), text);
+            ASSERT_FALSE(incremental.fallsBack());
             for (std::size_t end = 2; end <= text.size(); end += 2) {
                 ASSERT_EQ(incremental.prefixWidth(0, end), literal.prefixWidth(0, end))
                     << path << " italic " << int(italic) << " end " << end;
+            }
+        }
+    }
+}
+
+TEST(LineBreaking, IncrementalMeasuringFollowsInkThatSticksOutOfTheGuards) {
+    // Marks without advance whose ink reaches far beyond their neighbours: U+0488 lies some
+    // way left of its position, U+05C1 right of it. At the start or end of a prefix they, not
+    // the guard digits, hold the extreme ink edges.
+    const uint16_t units[] = {'a', 'm', ' ', 0x0488, 0x05C1, 0x0301, 0x05C1, 'W'};
+    std::mt19937 rng(5);
+    TKarea area;
+    area.fontPath = kDejaVu;
+    for (const double size : {13.0, 20.0, 37.0}) {
+        std::string text;
+        for (int i = 0; i < 400; ++i) {
+            const uint16_t u = units[rng() % std::size(units)];
+            text.push_back(static_cast<char>(u & 0xFF));
+            text.push_back(static_cast<char>(u >> 8));
+        }
+        TextScratch scratch(area, 30000, 40, size, 0, 0, true);
+        LiteralPrefixMeasurer literal(scratch.context(), text);
+        IncrementalPrefixMeasurer incremental(scratch.context(), text);
+        ASSERT_FALSE(incremental.fallsBack());
+        for (std::size_t start = 0; start < text.size(); start += 98) {
+            for (std::size_t end = start + 2; end <= text.size(); end += 2) {
+                ASSERT_EQ(incremental.prefixWidth(start, end), literal.prefixWidth(start, end))
+                    << "size " << size << " start " << start << " end " << end;
             }
         }
     }

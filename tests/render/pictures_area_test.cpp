@@ -159,7 +159,10 @@ TEST(PicturesArea, FrameTakesItsStripHeightOnEverySide) {
 
     // A preview recomputes width and height but leaves the left edge alone.
     area.frameEnabled = 0;
-    area.getOnePage(0, nullptr, nullptr);
+    {
+        test::StdoutCapture quiet;
+        area.getOnePage(0, nullptr, nullptr);
+    }
     EXPECT_EQ(area.drawWidth, 64);
     EXPECT_EQ(area.pageLeft, 5u);
 
