@@ -1,5 +1,8 @@
 #include "render/encode.h"
 
+#include "render/area.h"
+#include "render/plane_packer.h"
+
 #include "support/hex.h"
 #include "support/pixel_reference.h"
 
@@ -44,13 +47,10 @@ class EncodeTest : public ::testing::Test {
                      gamma());
         return out;
     }
-    GammaTables gamma() const {
-        const std::span<const uint8_t, 256> table(m_gamma.data(), 256);
-        return {table, table, table};
-    }
+    GammaTables gamma() const { return area_gamma(m_area); }
 
   private:
-    std::vector<uint8_t> m_gamma = test::reference_gamma_table();
+    TKarea m_area;
 };
 
 TEST_F(EncodeTest, SingleColourPlaneIsActiveLowMostSignificantBitFirst) {
@@ -269,10 +269,13 @@ TEST(PixelReadTest, ReadPixelAndScanPixelRowAddressing) {
     EXPECT_EQ(shorter, hex("00 10 20  01 11 21  EE"));
 }
 
-// The word-wise encoder against the position-by-position reference over random pages, offsets
-// and every setting. Channel values cluster around the threshold so that every combination of
-// lit channels occurs.
+// Every kernel against the position-by-position reference over random pages, offsets and
+// every setting. Channel values cluster around the threshold half of the time, so that every
+// combination of lit channels occurs.
 TEST_F(EncodeTest, MatchesThePositionByPositionEncoder) {
+    std::vector<planes::Kernel> kernels{planes::Kernel::Portable};
+    if (planes::kernel_supported(planes::Kernel::Avx2)) kernels.push_back(planes::Kernel::Avx2);
+
     std::mt19937 rng(20240607);
     const uint8_t values[] = {0, 96, 97, 255};
     auto pick = [&](uint32_t n) { return std::uniform_int_distribution<uint32_t>(0, n)(rng); };
@@ -291,15 +294,18 @@ TEST_F(EncodeTest, MatchesThePositionByPositionEncoder) {
         for (int32_t colour = 0; colour <= 5; ++colour) {
             for (uint32_t mode = 0; mode <= 5; ++mode) {
                 for (int32_t doubleColor : {0, 1, 2}) {
-                    std::vector<uint8_t> out;
-                    encodePixels(pixels, out, x, width, height, {colour, mode, doubleColor},
-                                 tables);
                     const auto expected =
                         reference.encode(pixels, x, width, height, colour, mode, doubleColor,
                                          tables.red, tables.green, tables.blue);
-                    ASSERT_EQ(out, expected)
-                        << "width " << width << " height " << height << " x " << x << " colour "
-                        << colour << " mode " << mode << " doubleColor " << doubleColor;
+                    for (const planes::Kernel kernel : kernels) {
+                        std::vector<uint8_t> out;
+                        planes::encode_pixels_using(kernel, pixels, out, x, width, height,
+                                                    {colour, mode, doubleColor}, tables);
+                        ASSERT_EQ(out, expected)
+                            << "kernel " << static_cast<int>(kernel) << " width " << width
+                            << " height " << height << " x " << x << " colour " << colour
+                            << " mode " << mode << " doubleColor " << doubleColor;
+                    }
                     ++compared;
                 }
             }
