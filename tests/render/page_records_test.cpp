@@ -1,0 +1,45 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+
+#include "render/page_records.h"
+#include "support/hex.h"
+#include "zel_sdk_dual.h"
+
+namespace zel {
+namespace {
+
+using test::hex;
+
+template <std::size_t N> std::vector<uint8_t> vec(const std::array<uint8_t, N> &a) {
+    return {a.begin(), a.end()};
+}
+
+TEST(PageRecords, G5TextParamsSplitIntoHeaderAndStyle) {
+    const auto record = hex("01 04 02 03 3412 05 7856"     // header part, width 0x5678
+                            "01000000 0C00 FF800000 01 00" // MULTILINE, 12 pt, colour, bold
+                            "DDCCBBAA 2211 02 03");        // the two carried words, alignment
+    ASSERT_EQ(record.size(), sizeof(TextPageParams_G5));
+    EXPECT_EQ(offsetof(TextPageParams_G5, arrMode), 9u);
+    EXPECT_EQ(offsetof(TextPageParams_G5, verticalAlign), 28u);
+    EXPECT_EQ(offsetof(OnePageResult, pngData), 6u);
+
+    const TextPageParams p = unpack_text_page_params_g5(record);
+    EXPECT_EQ(p.display.displayEffect, 4);
+    EXPECT_EQ(p.display.pageWidth, 0x5678);
+    EXPECT_EQ(p.style.arrMode, MULTILINE);
+    EXPECT_EQ(p.style.fontSize, 12);
+    EXPECT_EQ(p.style.fontColor, 0x80FFu);
+    EXPECT_EQ(p.style.styleWord12, 0xAABBCCDDu);
+    EXPECT_EQ(p.style.horizontalAlign, 2);
+    // Written back: the caller's nine header bytes and four zeros; the caller's style bytes.
+    EXPECT_EQ(vec(p.display.bytes()), hex("01 04 02 03 3412 05 7856 00000000"));
+    EXPECT_EQ(vec(p.style.bytes()), std::vector<uint8_t>(record.begin() + 9, record.end()));
+
+    // A picture reads only the header part; what follows is neither style nor reserved bytes.
+    EXPECT_EQ(vec(unpack_picture_page_params_g5(hex("0A 1A 0B 0C 0D0E 0F 4000 FFFFFFFF")).bytes()),
+              hex("0A 1A 0B 0C 0D0E 0F 4000 00000000"));
+}
+
+} // namespace
+} // namespace zel
