@@ -15,13 +15,6 @@ using namespace zel::commands;
 
 namespace {
 
-template <class Body> int32_t over_tcp(const char *address, uint16_t port, Body &&body) {
-    return guarded(-1, [&] { return with_tcp_peer(address, port, body); });
-}
-
-template <class Body> int32_t over_serial(const char *portName, uint8_t speedIndex, Body &&body) {
-    return guarded(-1, [&] { return with_serial_peer(portName, speedIndex, body); });
-}
 
 const uint8_t *bytes_of(const char *text) {
     return reinterpret_cast<const uint8_t *>(text);
