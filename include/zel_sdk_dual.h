@@ -91,6 +91,37 @@ ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 byte
 
 /* ==== Records of text pages ============================================================= */
 
+/** Page header and text style of the G5 text and picture entries (29 bytes). A picture reads
+ *  only the first nine bytes. The entries zero the four reserved header bytes themselves. */
+typedef struct TextPageParams_G5 {
+    uint8_t pageByte0;       /* offset 0: for the controller */
+    uint8_t displayEffect;   /* offset 1: 4 and 38 roll a single line, 6 and 40 a column */
+    uint8_t pageByte2;       /* offset 2: for the controller */
+    uint8_t pageByte3;       /* offset 3: for the controller */
+    uint16_t pageWord4;      /* offset 4: for the controller */
+    uint8_t pageByte6;       /* offset 6: for the controller */
+    uint16_t pageWidth;      /* offset 7: replaced by the page width when the file is built */
+    uint32_t arrMode;        /* offset 9: 0 single line, 1 multi-line; others count as 1 */
+    uint16_t fontSize;       /* offset 13: points; drawn at round(size * 4 / 3) pixels */
+    uint32_t fontColor;      /* offset 15: 0 to 7 a colour code (bit 0 red, 1 green, 2 blue),
+                                otherwise 0x00RRGGBB */
+    uint8_t fontBold;        /* offset 19: non-zero for bold */
+    uint8_t fontItalic;      /* offset 20: non-zero for italic */
+    uint32_t styleWord12;    /* offset 21: carried, not drawn with */
+    uint16_t styleWord16;    /* offset 25: carried, not drawn with */
+    uint8_t horizontalAlign; /* offset 27: 0 to 3 */
+    uint8_t verticalAlign;   /* offset 28: 0 to 3 */
+} TextPageParams_G5;
+ZEL_STATIC_ASSERT(sizeof(TextPageParams_G5) == 29, "TextPageParams_G5 is 29 bytes");
+
+/** One page of an area as a PNG, for a host's preview. */
+typedef struct OnePageResult {
+    uint16_t pageCount;     /* offset 0 */
+    uint32_t pngLength;     /* offset 2: bytes at pngData */
+    const uint8_t *pngData; /* offset 6: owned by the area, valid until its next preview */
+} OnePageResult;
+ZEL_STATIC_ASSERT(sizeof(OnePageResult) == 14, "OnePageResult is 14 bytes");
+
 
 /* ==== Records of G5 programs ============================================================ */
 
