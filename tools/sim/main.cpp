@@ -1,0 +1,4 @@
+// zel-sim: a simulated controller on the local machine.
+int main() {
+    return 0;
+}
