@@ -39,11 +39,11 @@ struct PictureAreaImage {
     bool frameEnabled = false;
     std::array<uint8_t, kFrameHeaderSize> frameRecord{};
     std::span<const uint8_t> frameData;
-    PageHeader displayRecord{};          // the common page header of the text
-    int32_t drawWidth = 0;               // W: valid width of an ordinary page
-    uint16_t lastPageWidth = 0;          // L: valid width of the last page of a roll
-    int32_t textPageCount = 0;           // T: the first T pages are text pages
-    std::vector<PageHeader> pictureHeaders; // H: one per picture added, in order of adding
+    PageHeader displayRecord{};                  // the common page header of the text
+    int32_t drawWidth = 0;                       // W: valid width of an ordinary page
+    uint16_t lastPageWidth = 0;                  // L: valid width of the last page of a roll
+    int32_t textPageCount = 0;                   // T: the first T pages are text pages
+    std::vector<PageHeader> pictureHeaders;      // H: one per picture added, in order of adding
     std::vector<std::span<const uint8_t>> pages; // encoded pages, text first
 };
 

@@ -140,8 +140,8 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
     char crc[16];
     std::snprintf(crc, sizeof crc, "0x%08X", p.crc);
     j << "  \"crc\": \"" << crc << "\",\n";
-    j << "  \"header\": {\"hex\": \"" << hex_bytes(p.header) << "\", \"fileType\": "
-      << int{p.header[0]} << ", \"programName\": " << quoted(p.name)
+    j << "  \"header\": {\"hex\": \"" << hex_bytes(p.header)
+      << "\", \"fileType\": " << int{p.header[0]} << ", \"programName\": " << quoted(p.name)
       << ", \"playPeriodFlag\": " << int{p.header[6]} << "},\n";
     j << "  \"playPeriods\": [";
     for (std::size_t i = 0; i < p.playPeriods.size(); ++i) {
@@ -149,9 +149,8 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
     }
     j << "],\n  \"programFrame\": ";
     if (p.frame) {
-        j << "{\"offset\": " << p.frame->offset << ", \"header\": \""
-          << hex_bytes(p.frame->header) << "\", \"stripBytes\": " << p.frame->strip.size()
-          << "}";
+        j << "{\"offset\": " << p.frame->offset << ", \"header\": \"" << hex_bytes(p.frame->header)
+          << "\", \"stripBytes\": " << p.frame->strip.size() << "}";
     } else {
         j << "null";
     }
@@ -172,8 +171,8 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
         j << ",\n     \"frame\": ";
         if (area.frame) {
             j << "{\"offset\": " << area.frame->offset << ", \"header\": \""
-              << hex_bytes(area.frame->header) << "\", \"stripBytes\": "
-              << area.frame->strip.size() << ", \"thickness\": ";
+              << hex_bytes(area.frame->header) << "\", \"stripBytes\": " << area.frame->strip.size()
+              << ", \"thickness\": ";
             if (rect) {
                 j << rect->thickness;
             } else {
@@ -194,8 +193,8 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
         for (std::size_t i = 0; i < area.pages.size(); ++i) {
             const DecodedPage &page = area.pages[i];
             j << (i ? "," : "") << "\n       {\"index\": " << i << ", \"offset\": " << page.offset
-              << ", \"effect\": " << int{page.effect()} << ", \"pageWidth\": "
-              << page.pageWidth() << ", \"header\": \"" << hex_bytes(page.header)
+              << ", \"effect\": " << int{page.effect()} << ", \"pageWidth\": " << page.pageWidth()
+              << ", \"header\": \"" << hex_bytes(page.header)
               << "\", \"pixelBytes\": " << page.pixels.size() << ", \"png\": ";
             const std::string png = rect && pngIndex < pngs.size() ? pngs[pngIndex++] : "";
             if (!png.empty()) {
@@ -227,8 +226,8 @@ PanelReport write_panel(const std::string &folder, const std::string &name,
             for (std::size_t i = 0; i < area.pages.size(); ++i) {
                 Rgb canvas{mode.width, mode.height, std::vector<uint32_t>(panel.pixels.size(), 0)};
                 paint_area_page(canvas, mode, area, i);
-                const std::string file_name = name + "-area" + std::to_string(a) + "-page" +
-                                              std::to_string(i) + ".png";
+                const std::string file_name =
+                    name + "-area" + std::to_string(a) + "-page" + std::to_string(i) + ".png";
                 // A page that cannot be written keeps its place in the summary as null.
                 pagePngs.push_back(write_png(folder + "/" + file_name, canvas) ? file_name : "");
                 if (!pagePngs.back().empty()) report.pngs.push_back(folder + "/" + file_name);

@@ -101,8 +101,8 @@ Parsed<std::vector<DecodedPage>> Reader::pages(std::size_t at, std::size_t end) 
         p += 4 + length;
     }
     if (p != end) {
-        return Result::fail(p, text("the %llu pages end here but the area runs on to %llu",
-                                    count, end));
+        return Result::fail(
+            p, text("the %llu pages end here but the area runs on to %llu", count, end));
     }
     Result ok;
     ok.value = std::move(out);
@@ -134,8 +134,8 @@ Parsed<DecodedArea> Reader::area(std::size_t at, std::size_t end) const {
         return ok;
     }
     if (a.type != 0) {
-        return Result::fail(at, text("area type %llu is neither 0 (pictures) nor 2 (clock)",
-                                     a.type));
+        return Result::fail(at,
+                            text("area type %llu is neither 0 (pictures) nor 2 (clock)", a.type));
     }
     if (m_file[mark] == 0) {
         auto p = pages(mark + 1, end);
@@ -206,7 +206,8 @@ bool Reader::lengths_reach_end(std::size_t at) {
         if (length > m_end - p - 4) break;
         p += 4 + length;
     }
-    for (const std::size_t s : seen) m_reach[s] = result;
+    for (const std::size_t s : seen)
+        m_reach[s] = result;
     return result;
 }
 
@@ -226,8 +227,7 @@ Parsed<std::vector<DecodedArea>> Reader::areas(std::size_t at) {
         }
         auto a = area(p + 4, p + 4 + length);
         if (!a.value) {
-            return Result::fail(a.failure.offset,
-                                text("area %llu: ", out.size()) + a.failure.what);
+            return Result::fail(a.failure.offset, text("area %llu: ", out.size()) + a.failure.what);
         }
         out.push_back(std::move(*a.value));
         p += 4 + length;
@@ -244,8 +244,8 @@ DecodeResult Reader::run() {
     program.name.assign(reinterpret_cast<const char *>(m_file.data()) + 1, 4);
     program.playPeriodFlag = m_file[kFlagOffset];
     if (program.playPeriodFlag > 1) {
-        result.error = DecodeError{kFlagOffset, text("play period flag %llu is neither 0 nor 1",
-                                                     program.playPeriodFlag)};
+        result.error = DecodeError{
+            kFlagOffset, text("play period flag %llu is neither 0 nor 1", program.playPeriodFlag)};
         return result;
     }
 
@@ -265,8 +265,8 @@ DecodeResult Reader::run() {
         if (r.strip) {
             DecodedFrame frame;
             frame.offset = r.frameMark;
-            std::copy_n(m_file.begin() + static_cast<std::ptrdiff_t>(r.frameMark),
-                        kFrameHeaderSize, frame.header.begin());
+            std::copy_n(m_file.begin() + static_cast<std::ptrdiff_t>(r.frameMark), kFrameHeaderSize,
+                        frame.header.begin());
             frame.strip = m_file.subspan(r.frameMark + kFrameHeaderSize, *r.strip);
             program.frame = frame;
             after = r.frameMark + kFrameHeaderSize + *r.strip;
@@ -304,7 +304,8 @@ DecodeResult Reader::run() {
     const std::size_t most = program.playPeriodFlag == 0 ? 0 : kMostPeriods;
     const std::size_t least = program.playPeriodFlag == 0 ? 0 : 1;
     // Without a frame the mark is 0; a program frame's first byte is the host's and may be 0
-    // too, so frames are tried after every frameless reading.
+    // too, so frames are tried after every frameless reading. With both periods and a frame
+    // the file cannot tell where one ends and the other begins: the fewest periods win.
     for (std::size_t k = least; k <= most; ++k) {
         const std::size_t mark = 20 + k * kPeriodSize;
         if (mark + 3 > m_end) break;
@@ -343,10 +344,23 @@ Row row_of(const ScreenMode &mode, uint32_t left, uint32_t width) {
     return {padLeft, padLeft + width + padRight};
 }
 
-// Brightness before the panel's gamma of 2: the encoder squares every component.
+// Brightness before the panel's gamma: the encoder looks every component up in a table of
+// exponent 2, so the reader takes the smallest value that the table raises to at least `v`.
 uint8_t ungamma(uint32_t v) {
-    const double s = std::sqrt((static_cast<double>(v) + 0.5) / 256.0) * 256.0 - 0.5;
-    return static_cast<uint8_t>(std::clamp(std::lround(s), 0L, 255L));
+    static const std::array<uint8_t, 256> inverse = [] {
+        std::array<uint8_t, 256> table{};
+        std::size_t i = 0;
+        for (uint32_t want = 0; want < 256; ++want) {
+            while (i < 255) {
+                const double s = (static_cast<double>(i) + 0.5) / 256.0;
+                if (static_cast<uint32_t>(s * s * 256.0 - 0.5) >= want) break;
+                ++i;
+            }
+            table[want] = static_cast<uint8_t>(i);
+        }
+        return table;
+    }();
+    return inverse[std::min<uint32_t>(v, 255)];
 }
 
 uint32_t plane_colour(const ScreenMode &mode, bool p1, bool p2, bool p3) {
@@ -375,8 +389,7 @@ DecodeResult decode_program(std::span<const uint8_t> file) {
     }
     const std::size_t end = file.size() - kCrcSize;
     const uint32_t stored = get32(file, end);
-    const auto computed = static_cast<uint32_t>(
-        crc32(0L, file.data(), static_cast<uInt>(end)));
+    const auto computed = static_cast<uint32_t>(crc32(0L, file.data(), static_cast<uInt>(end)));
     if (stored != computed) {
         result.error = DecodeError{end, text("the CRC-32 0x%08llX does not match the 0x%08llX "
                                              "of the bytes before it",
@@ -466,9 +479,9 @@ std::optional<DrawRect> draw_rect(const ScreenMode &mode, const DecodedArea &are
         const int32_t w = area.width - 2 * t;
         const int32_t h = area.height - 2 * t;
         if (w < 0 || h < 0) return false;
-        const std::size_t size = encoded_page_size(mode, static_cast<uint32_t>(area.x + t),
-                                                   static_cast<uint32_t>(w),
-                                                   static_cast<uint32_t>(h));
+        const std::size_t size =
+            encoded_page_size(mode, static_cast<uint32_t>(area.x + t), static_cast<uint32_t>(w),
+                              static_cast<uint32_t>(h));
         return std::all_of(area.pages.begin(), area.pages.end(),
                            [&](const DecodedPage &p) { return p.pixels.size() == size; });
     };
