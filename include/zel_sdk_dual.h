@@ -22,6 +22,7 @@
 #ifndef ZEL_SDK_DUAL_H
 #define ZEL_SDK_DUAL_H
 
+#include <stddef.h>
 #include <stdint.h>
 
 #if defined(ZEL_SDK_DUAL_BUILD)
@@ -88,6 +89,20 @@ ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 byte
 
 /* ==== Records of screen settings and rendering ========================================== */
 
+/** Colour class of the screen, passed by value (32 bits). Values outside 1 to 4 are stored as
+ *  they come and encode to nothing. */
+#ifdef __cplusplus
+typedef enum E_ScreenColor_G56 : int32_t {
+#else
+typedef enum E_ScreenColor_G56 {
+#endif
+    ZEL_SCREEN_ONE_COLOR = 1,    /* one LED colour: one bit plane */
+    ZEL_SCREEN_TWO_COLORS = 2,   /* two LED colours: two bit planes */
+    ZEL_SCREEN_THREE_COLORS = 3, /* three LED colours: three bit planes */
+    ZEL_SCREEN_FULL_COLOR = 4    /* full colour: 16-bit or 24-bit pixels */
+} E_ScreenColor_G56;
+ZEL_STATIC_ASSERT(sizeof(E_ScreenColor_G56) == 4, "E_ScreenColor_G56 is 32 bits");
+
 
 /* ==== Records of text pages ============================================================= */
 
@@ -153,6 +168,22 @@ ZEL_API int32_t zelDual_program_deleteProgram_G6(void);
 
 /* ==== Character conversion ============================================================== */
 
+/** Converts the zero-terminated GBK text `in` to UTF-8 in `out`, without a terminating zero.
+ *  `outSize` is not looked at: `out` must hold 3 bytes per input byte. Returns the number of
+ *  bytes written; an invalid sequence ends the conversion (what came before it is written). */
+ZEL_API int32_t GB2312ToUTF8(const char *in, char *out, size_t outSize);
+/** Converts UCS-2LE text to UTF-8 in `out`, without a terminating zero. The input ends at its
+ *  first zero BYTE (so "A" as 0x41 0x00 is one odd byte and converts to nothing); use
+ *  UnicodeToUTF8_V2 for text with zero bytes. `outSize` is not looked at: `out` must hold
+ *  3 bytes per 2 input bytes. Returns the number of bytes written. */
+ZEL_API int32_t UnicodeToUTF8(const char *in, char *out, size_t outSize);
+/** Converts *inLeft bytes of UCS-2LE at `in` to UTF-8 at `out`, iconv-style: first clears as
+ *  many bytes of `out` as the low byte of *outLeft says (0 to 127; 128 and more clear nothing),
+ *  then converts; both counters are decreased by what was consumed and produced. Returns
+ *  iconv's result: the number of irreversible conversions, or (size_t)-1 on a bad sequence,
+ *  a full `out` or a null pointer. */
+ZEL_API size_t UnicodeToUTF8_V2(const char *in, size_t *inLeft, char *out, size_t *outLeft);
+
 
 /* ==== Discovery and network configuration =============================================== */
 
@@ -164,6 +195,16 @@ ZEL_API int32_t zelDual_program_deleteProgram_G6(void);
 
 
 /* ==== Screen settings =================================================================== */
+
+/** Sets the process-wide screen: colour class, the controller type code (which chooses the
+ *  pixel transfer mode) and the plane order of a two-colour screen (1 or any other value).
+ *  Prints "color = %d, ControllerType = %d,  doubleColor = %d; \r\n"; an unknown controller
+ *  type code also prints "Error:can't find tranPixelMode,use 0 instead.\n" and uses mode 0.
+ *  The settings hold until the next call (or a dynamic area, or zelDual_program_pictureArea,
+ *  which set their own). Always 0. */
+ZEL_API int32_t zelDual_program_setScreenParams_G56(E_ScreenColor_G56 color,
+                                                    uint16_t ControllerType,
+                                                    uint32_t doubleColor);
 
 
 /* ==== G5 programs ======================================================================= */

@@ -115,4 +115,8 @@ uint32_t pixelUnit(uint32_t tranPixelMode);
 // floor(v + 0.5) for v > 0, otherwise ceil(v - 0.5) (so 0 gives -0.0).
 double roundHalfAway(double v);
 
+// A double truncated towards zero to 32 bits, as the x86-64 conversion does it: a value out of
+// range, or NaN, gives INT32_MIN instead of undefined behaviour.
+int32_t truncate_to_int32(double v);
+
 } // namespace zel

@@ -30,7 +30,7 @@ void ensureFreeTypeLibrary();
 // oblique synthesised when asked, and switches anti-aliasing off. The file is opened once per
 // process and kept; a file that does not open prints "Error %d opening font.\n" with the
 // FreeType error, is not remembered (the next attempt tries and prints again), and leaves the
-// context's font as it was.
+// context's font and options as they were (applyFont switches anti-aliasing off in any case).
 void openFontFile(cairo_t *cr, const std::string &path, uint8_t bold, uint8_t italic);
 
 // Reads the context's font options, sets CAIRO_ANTIALIAS_NONE and writes them back.
