@@ -1,0 +1,90 @@
+// Helpers of the picture area tests: areas at a given place, PNG files, UCS-2 lines.
+#pragma once
+
+#include <cairo.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "render/pictures_area.h"
+#include "sdk/bytes.h"
+
+namespace zel::test {
+
+inline const char *const kDejaVu = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+inline const char *const kWenQuanYi = "/usr/share/fonts/truetype/wqy/wqy-microhei.ttc";
+
+// Gives the area the add-area record of a picture area at (x, y), width × height.
+inline void place(PicturesArea &area, uint16_t x, uint16_t y, uint16_t width, uint16_t height) {
+    ByteWriter w;
+    w.u8(0).u16(x).u16(y).u16(width).u16(height);
+    area.setAreaHeader(w.data().data(), w.size());
+}
+
+// ASCII to UCS-2LE.
+inline std::string ucs2(const std::string &ascii) {
+    std::string out;
+    for (const char c : ascii) {
+        out.push_back(c);
+        out.push_back('\0');
+    }
+    return out;
+}
+
+inline std::vector<std::string> ucs2Lines(std::initializer_list<const char *> lines) {
+    std::vector<std::string> out;
+    for (const char *line : lines)
+        out.push_back(ucs2(line));
+    return out;
+}
+
+// Writes a PNG of width × height filled with one opaque colour.
+inline void writePng(const std::string &path, int width, int height, double r, double g, double b) {
+    cairo_surface_t *s = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+    cairo_t *cr = cairo_create(s);
+    cairo_set_source_rgb(cr, r, g, b);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    cairo_surface_write_to_png(s, path.c_str());
+    cairo_surface_destroy(s);
+}
+
+// A decoded PNG: its size and its ARGB32 pixels (premultiplied, blue first).
+struct DecodedPng {
+    int width = 0;
+    int height = 0;
+    std::vector<uint32_t> pixels;
+    uint32_t at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
+};
+
+inline DecodedPng decodePng(const std::string &bytes) {
+    struct Reader {
+        const std::string *data;
+        std::size_t pos;
+    } reader{&bytes, 0};
+    cairo_surface_t *s = cairo_image_surface_create_from_png_stream(
+        [](void *closure, unsigned char *out, unsigned int length) {
+            auto *r = static_cast<Reader *>(closure);
+            if (r->pos + length > r->data->size()) return CAIRO_STATUS_READ_ERROR;
+            r->data->copy(reinterpret_cast<char *>(out), length, r->pos);
+            r->pos += length;
+            return CAIRO_STATUS_SUCCESS;
+        },
+        &reader);
+    DecodedPng png;
+    if (cairo_surface_status(s) == CAIRO_STATUS_SUCCESS) {
+        png.width = cairo_image_surface_get_width(s);
+        png.height = cairo_image_surface_get_height(s);
+        const int stride = cairo_image_surface_get_stride(s);
+        const unsigned char *data = cairo_image_surface_get_data(s);
+        for (int y = 0; y < png.height; ++y) {
+            const auto *row = reinterpret_cast<const uint32_t *>(data + y * stride);
+            png.pixels.insert(png.pixels.end(), row, row + png.width);
+        }
+    }
+    cairo_surface_destroy(s);
+    return png;
+}
+
+} // namespace zel::test
