@@ -86,6 +86,15 @@ ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 byte
 
 /* ==== Records of device control and the file system ===================================== */
 
+/** A directory listing of the controller's ordinary file space (zelDual_cmd_ofsReedDirBlock). */
+typedef struct ZelDirectoryRecord {
+    uint8_t kindFilter; /* offset 0: set by the host before the listing */
+    uint16_t count;     /* offset 1: number of entries, written by the listing */
+    uint8_t *entries;   /* offset 3: count entries of 13 bytes, allocated by the listing; the
+                           host hands it back through zelDual_cmd_ofs_freeDirBlock */
+} ZelDirectoryRecord;
+ZEL_STATIC_ASSERT(sizeof(ZelDirectoryRecord) == 11, "ZelDirectoryRecord is 11 bytes");
+
 
 /* ==== Records of screen settings and rendering ========================================== */
 
@@ -190,8 +199,202 @@ ZEL_API size_t UnicodeToUTF8_V2(const char *in, size_t *inLeft, char *out, size_
 
 /* ==== Device control ==================================================================== */
 
+/*
+ * Every entry connects to the controller at `address` (dotted text) and `port` (5005 is the
+ * controller's own), learns its type, sends one command of group 0xA2 and closes again; the
+ * zelDual_cmd_uart_ forms open the serial port `portName` at `speedIndex` (1: 9600 bit/s,
+ * 2: 57600) instead. A failed connection or exchange is the result. Pointers the command reads
+ * or writes must not be null (-1 without traffic).
+ */
+
+/** Restarts the controller. */
+ZEL_API int32_t zelDual_cmd_sysReset(const char *address, uint16_t port);
+/** Sets the controller's clock to the host's local time now. */
+ZEL_API int32_t zelDual_cmd_check_time(const char *address, uint16_t port);
+/** Switches the screen on or off at once. */
+ZEL_API int32_t zelDual_cmd_coerceOnOff(const char *address, uint16_t port, uint8_t onOff);
+/** Sets `count` timed switching entries of 4 decimal bytes each (sent in BCD). */
+ZEL_API int32_t zelDual_cmd_timingOnOff(const char *address, uint16_t port, uint8_t count,
+                                        const uint8_t *table);
+/** Sends the 49-byte brightness table as it stands. */
+ZEL_API int32_t zelDual_cmd_setBrightness(const char *address, uint16_t port,
+                                          const uint8_t *table);
+/** Cancels the timed switching. */
+ZEL_API int32_t zelDual_cmd_cancelTimingOnOff(const char *address, uint16_t port);
+/** Reads the 8-byte controller identifier into `id`; 1 if the controller sent more. */
+ZEL_API int32_t zelDual_cmd_readControllerID(const char *address, uint16_t port, uint8_t *id);
+/** Locks or unlocks the screen. */
+ZEL_API int32_t zelDual_cmd_screenLock(const char *address, uint16_t port, uint8_t first,
+                                       uint8_t second);
+/** Locks or unlocks a program: 10 bytes of data (first, second, `four`, `value`). */
+ZEL_API int32_t zelDual_cmd_programLock(const char *address, uint16_t port, uint8_t first,
+                                        uint8_t second, const uint8_t *four, uint32_t value);
+/** zelDual_cmd_programLock over a serial line. */
+ZEL_API int32_t zelDual_cmd_uart_programLock(const char *portName, uint8_t speedIndex,
+                                             uint8_t first, uint8_t second, const uint8_t *four,
+                                             uint32_t value);
+/** The G6 form over a serial line: 11 bytes, a zero byte in front of `value`. */
+ZEL_API int32_t zelDual_cmd_uart_programLock_6G(const char *portName, uint8_t speedIndex,
+                                                uint8_t first, uint8_t second,
+                                                const uint8_t *four, uint32_t value);
+/** Reads the 61-byte status record into `status`; 1 if the controller sent more. */
+ZEL_API int32_t zelDual_cmd_check_controllerStatus(const char *address, uint16_t port,
+                                                   uint8_t *status);
+/** Changes the password: 6 bytes of each are sent, whatever terminators they hold. */
+ZEL_API int32_t zelDual_cmd_setPassword(const char *address, uint16_t port,
+                                        const char *oldPassword, const char *newPassword);
+/** Removes the password (6 bytes). */
+ZEL_API int32_t zelDual_cmd_deletePassword(const char *address, uint16_t port,
+                                           const char *password);
+/** Sets the delay time. */
+ZEL_API int32_t zelDual_cmd_setDelayTime(const char *address, uint16_t port, uint16_t value);
+/** Sets the button function. */
+ZEL_API int32_t zelDual_cmd_setBtnFunc(const char *address, uint16_t port, uint8_t value);
+/** Sends the 11-byte timed-reset table as it stands. */
+ZEL_API int32_t zelDual_cmd_setTimingReset(const char *address, uint16_t port,
+                                           const uint8_t *table);
+/** Sets the display mode. */
+ZEL_API int32_t zelDual_cmd_setDispMode(const char *address, uint16_t port, uint8_t value);
+/**
+ * Reads a battle time into the host's 20-byte `record`, whatever the result: the year word as
+ * the controller gives it (BCD, 2026 is 0x2026), every further byte decoded from BCD.
+ */
+ZEL_API int32_t zelDual_cmd_battieTime(const char *address, uint16_t port, uint8_t selector,
+                                       uint8_t *record);
+/** Asks for a stopwatch; `out` is never written and a data answer gives -1. */
+ZEL_API int32_t zelDual_cmd_getStopwatch(const char *address, uint16_t port, uint8_t selector,
+                                         uint8_t *out);
+/** Asks for the light sensor's value; `out` is never written and a data answer gives -1. */
+ZEL_API int32_t zelDual_cmd_getSensorBrightnessValue(const char *address, uint16_t port,
+                                                     uint8_t *out);
+/** Sets the speed adjustment. */
+ZEL_API int32_t zelDual_cmd_setSpeedAdjust(const char *address, uint16_t port, uint16_t value);
+/** Sets the screen address. */
+ZEL_API int32_t zelDual_cmd_setScreenAddress(const char *address, uint16_t port,
+                                             uint16_t value);
+/** Switches the external relay. */
+ZEL_API int32_t zelDual_cmd_SetExternalRelay(const char *address, uint16_t port, uint8_t value);
+/** Connects and learns the controller's type, and sends nothing else: the init's result. */
+ZEL_API int32_t zelDual_cmd_setGlobalVolume(const char *address, uint16_t port, uint8_t first,
+                                            uint8_t second);
+
 
 /* ==== Controller file system and configuration files ==================================== */
+
+/*
+ * Files on the controller have names of exactly 4 bytes without terminator ("P000", "C000").
+ * There are two file spaces: ofs (programs) and conf (configuration files). TCP entries take
+ * `address` and `port`, the zelDual_cmd_uart_ forms `portName` and `speedIndex`, as in device
+ * control. Pointers the command reads or writes must not be null (-1 without traffic).
+ */
+
+/** Erases the ordinary file space. */
+ZEL_API int32_t zelDual_cmd_ofsFormat(const char *address, uint16_t port);
+ZEL_API int32_t zelDual_cmd_uart_ofsFormat(const char *portName, uint8_t speedIndex);
+/** Deletes `count` files whose names stand back to back in `names` (4 bytes each). */
+ZEL_API int32_t zelDual_cmd_ofsDeleteFormatFile(const char *address, uint16_t port,
+                                                uint16_t count, const char *names);
+ZEL_API int32_t zelDual_cmd_uart_ofsDeleteFormatFile(const char *portName, uint8_t speedIndex,
+                                                     uint16_t count, const char *names);
+/**
+ * Writes a file of `length` bytes: a header carrying name, type, length, `mode` (1 overwrites)
+ * and the file's last 4 bytes (a program image's CRC-32), then blocks of zelDual_set_packetLen
+ * bytes (1024 by default), one exchange each. Prints "g_packetLen ======= <n> \n". The result
+ * is the last command's; a write that fails midway leaves a partial file: write it again.
+ */
+ZEL_API int32_t zelDual_cmd_ofsWriteFile(const char *address, uint16_t port, const char *name,
+                                         uint8_t type, uint32_t length, uint8_t mode,
+                                         const uint8_t *data);
+ZEL_API int32_t zelDual_cmd_uart_ofsWriteFile(const char *portName, uint8_t speedIndex,
+                                              const char *name, uint8_t type, uint32_t length,
+                                              uint8_t mode, const uint8_t *data);
+/**
+ * Opens a file for reading; on 0 the controller's first answer word is written over `name`.
+ * `first` and `second` are plain values: the controller's file information is not delivered.
+ */
+ZEL_API int32_t zelDual_cmd_ofsStartReedFile(const char *address, uint16_t port, char *name,
+                                             uint32_t first, uint32_t second);
+ZEL_API int32_t zelDual_cmd_uart_ofsStartReedFile(const char *portName, uint8_t speedIndex,
+                                                  char *name, uint32_t first, uint32_t second);
+/** Reads a file in blocks. A controller's data answer gives -1 and `output` stays as it is. */
+ZEL_API int32_t zelDual_cmd_ofsReedFileBlock(const char *address, uint16_t port,
+                                             const char *name, uint8_t *output);
+ZEL_API int32_t zelDual_cmd_uart_ofsReedFileBlock(const char *portName, uint8_t speedIndex,
+                                                  const char *name, uint8_t *output);
+/**
+ * Lists the ordinary file space into `record` (kind filter set by the host). The entries block
+ * is allocated here, also when the listing fails midway; free it with
+ * zelDual_cmd_ofs_freeDirBlock. 1 if a later block came longer than the one before it.
+ */
+ZEL_API int32_t zelDual_cmd_ofsReedDirBlock(const char *address, uint16_t port,
+                                            ZelDirectoryRecord *record);
+ZEL_API int32_t zelDual_cmd_uart_ofsReedDirBlock(const char *portName, uint8_t speedIndex,
+                                                 ZelDirectoryRecord *record);
+/** Tells the controller that a series of file writes begins; optional, never sent by the library. */
+ZEL_API int32_t zelDual_cmd_ofsStartFileTransf(const char *address, uint16_t port);
+ZEL_API int32_t zelDual_cmd_uart_ofsStartFileTransf(const char *portName, uint8_t speedIndex);
+/** Tells the controller that the series of file writes is over. */
+ZEL_API int32_t zelDual_cmd_ofsEndFileTransf(const char *address, uint16_t port);
+ZEL_API int32_t zelDual_cmd_uart_ofsEndFileTransf(const char *portName, uint8_t speedIndex);
+/**
+ * Deletes configuration files. The command carries one byte less than the names: the last
+ * name's fourth byte is not sent, as the controller expects.
+ */
+ZEL_API int32_t zelDual_cmd_confDeleteFormatFile(const char *address, uint16_t port,
+                                                 uint16_t count, const char *names);
+ZEL_API int32_t zelDual_cmd_uart_confDeleteFormatFile(const char *portName, uint8_t speedIndex,
+                                                      uint16_t count, const char *names);
+/** Writes a configuration file like zelDual_cmd_ofsWriteFile, in blocks of 1024 bytes, silently. */
+ZEL_API int32_t zelDual_cmd_confWriteFile(const char *address, uint16_t port, const char *name,
+                                          uint8_t type, uint32_t length, uint8_t mode,
+                                          const uint8_t *data);
+ZEL_API int32_t zelDual_cmd_uart_confWriteFile(const char *portName, uint8_t speedIndex,
+                                               const char *name, uint8_t type, uint32_t length,
+                                               uint8_t mode, const uint8_t *data);
+/** Opens a configuration file for reading; on 0 sets `name`, `first` and `second`. */
+ZEL_API int32_t zelDual_cmd_confStartReedFile(const char *address, uint16_t port, char *name,
+                                              uint32_t *first, uint32_t *second);
+ZEL_API int32_t zelDual_cmd_uart_confStartReedFile(const char *portName, uint8_t speedIndex,
+                                                   char *name, uint32_t *first,
+                                                   uint32_t *second);
+/** As zelDual_cmd_ofsReedFileBlock, in the configuration space. */
+ZEL_API int32_t zelDual_cmd_confReedFileBlock(const char *address, uint16_t port,
+                                              const char *name, uint8_t *output);
+ZEL_API int32_t zelDual_cmd_uart_confReedFileBlock(const char *portName, uint8_t speedIndex,
+                                                   const char *name, uint8_t *output);
+/** Reads the controller's two memory figures; written only on 0. */
+ZEL_API int32_t zelDual_cmd_ofsGetMemoryVolume(const char *address, uint16_t port,
+                                               uint32_t *first, uint32_t *second);
+ZEL_API int32_t zelDual_cmd_uart_ofsGetMemoryVolume(const char *portName, uint8_t speedIndex,
+                                                    uint32_t *first, uint32_t *second);
+/** Reads the transfer status (u8 and three u32); written whatever the result. */
+ZEL_API int32_t zelDual_cmd_ofsGetTransStatus(const char *address, uint16_t port,
+                                              uint8_t *state, uint32_t *first, uint32_t *second,
+                                              uint32_t *third);
+ZEL_API int32_t zelDual_cmd_uart_ofsGetTransStatus(const char *portName, uint8_t speedIndex,
+                                                   uint8_t *state, uint32_t *first,
+                                                   uint32_t *second, uint32_t *third);
+/**
+ * Stores the CRC-16 of the first 36 bytes of the 38-byte configuration `block` at its offset
+ * 36 (the host's block changes), then writes it as configuration file "C000", type 1, mode 1.
+ */
+ZEL_API int32_t zelDual_cmd_sendConfigFile(const char *address, uint16_t port, uint8_t *block);
+/** The G6 form: a 94-byte block, its CRC-16 over 92 bytes at offset 92. */
+ZEL_API int32_t zelDual_cmd_sendConfigFile_G6(const char *address, uint16_t port,
+                                              uint8_t *block);
+/** zelDual_cmd_sendConfigFile over a serial line. */
+ZEL_API int32_t zelDual_cmd_uart_sendConfigFile(const char *portName, uint8_t speedIndex,
+                                                uint8_t *block);
+/** Activates firmware: group 0xA2, code 0x03, the 4 bytes of `four`. */
+ZEL_API int32_t zelDual_cmd_firmwareActivate(const char *address, uint16_t port,
+                                             const uint8_t *four);
+/** Copies directory entry `index` (13 bytes) into `entry`; -1 if index >= count. No traffic. */
+ZEL_API int32_t zelDual_cmd_getFileAttr(const ZelDirectoryRecord *record, uint16_t index,
+                                        uint8_t *entry);
+/** Frees the record's entries block; the record's pointer keeps its value. 0. No traffic. */
+ZEL_API int32_t zelDual_cmd_ofs_freeDirBlock(ZelDirectoryRecord *record);
+/** The same as zelDual_cmd_ofs_freeDirBlock. */
+ZEL_API int32_t zelDual_cmd_uart_ofsFreeDirBlock(ZelDirectoryRecord *record);
 
 
 /* ==== Screen settings =================================================================== */
