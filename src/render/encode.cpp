@@ -1,5 +1,7 @@
 #include "render/encode.h"
 
+#include "render/area.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -195,6 +197,10 @@ void encode_full_colour(const uint8_t *pixels, std::vector<uint8_t> &out, std::s
 
 } // namespace
 
+GammaTables area_gamma(const TKarea &area) {
+    return {area.gammaRed, area.gammaGreen, area.gammaBlue};
+}
+
 void encodePixels(std::span<const uint8_t> pixels, std::vector<uint8_t> &out, uint32_t x,
                   uint32_t width, uint32_t height, const PixelFormat &format,
                   const GammaTables &gamma) {
@@ -208,7 +214,7 @@ void encodePixels(std::span<const uint8_t> pixels, std::vector<uint8_t> &out, ui
     const std::size_t pixel_count = std::size_t{width} * height;
     RowGeometry geo{0, width, 0};
     if (colour != kColorFull) {
-        const uint64_t unit = format.tranPixelMode == kModePlaneWords ? 32 : 8;
+        const uint64_t unit = pixelUnit(format.tranPixelMode);
         const uint64_t right = uint64_t{x} + width;
         geo.pad_left = static_cast<std::size_t>(x % unit);
         const auto pad_right =

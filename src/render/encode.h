@@ -10,6 +10,8 @@
 
 namespace zel {
 
+class TKarea;
+
 // The controllers' bit planes hold this many positions each (512 KiB of bits): a page in
 // colour modes 1 to 3 (padded row length × height) may not exceed it.
 inline constexpr uint64_t kPlanePositions = 4194304;
@@ -27,6 +29,9 @@ struct GammaTables {
     std::span<const uint8_t, 256> green;
     std::span<const uint8_t, 256> blue;
 };
+
+// The tables of an area (all areas have the same ones).
+GammaTables area_gamma(const TKarea &area);
 
 // Encodes one page for the controller.
 //

@@ -1,5 +1,7 @@
 #include "render/encode.h"
 
+#include "render/area.h"
+
 #include "support/hex.h"
 #include "support/pixel_reference.h"
 
@@ -44,13 +46,10 @@ class EncodeTest : public ::testing::Test {
                      gamma());
         return out;
     }
-    GammaTables gamma() const {
-        const std::span<const uint8_t, 256> table(m_gamma.data(), 256);
-        return {table, table, table};
-    }
+    GammaTables gamma() const { return area_gamma(m_area); }
 
   private:
-    std::vector<uint8_t> m_gamma = test::reference_gamma_table();
+    TKarea m_area;
 };
 
 TEST_F(EncodeTest, SingleColourPlaneIsActiveLowMostSignificantBitFirst) {

@@ -5,26 +5,12 @@
 #pragma once
 
 #include <bitset>
-#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <vector>
 
 namespace zel::test {
-
-// The gamma table every area builds: exponent 28 / 10 in integers (2), weight 1.0.
-inline std::vector<uint8_t> reference_gamma_table() {
-    std::vector<uint8_t> table(256);
-    const int exponent = 28 / 10;
-    for (int i = 0; i < 256; ++i) {
-        double s = (i * 1.0 + 0.5) / 256.0;
-        double g = std::pow(s, static_cast<double>(exponent));
-        table[static_cast<std::size_t>(i)] =
-            static_cast<uint8_t>(static_cast<int>(g * 256.0 - 0.5));
-    }
-    return table;
-}
 
 class ReferenceEncoder {
   public:
