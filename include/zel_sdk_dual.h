@@ -83,6 +83,14 @@ ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 byte
 
 /* ==== Records of discovery and network configuration ==================================== */
 
+/** A controller's answer to ping, as the ping and search entries hand it on. */
+typedef struct ZelPingRecord {
+    uint16_t ControllerType;    /* offset 0: the controller type code (see the screen settings) */
+    uint8_t controllerData[30]; /* offset 2: controller-defined, passed on unexamined */
+    char address[20];           /* offset 32: the controller's address as dotted text, zero-padded */
+} ZelPingRecord;
+ZEL_STATIC_ASSERT(sizeof(ZelPingRecord) == 52, "ZelPingRecord is 52 bytes");
+
 
 /* ==== Records of device control and the file system ===================================== */
 
@@ -246,6 +254,64 @@ ZEL_API size_t UnicodeToUTF8_V2(const char *in, size_t *inLeft, char *out, size_
 
 
 /* ==== Discovery and network configuration =============================================== */
+
+/**
+ * Looks for a controller three ways, up to three times: a Wi-Fi module answering on UDP 13769,
+ * the module's access point at 192.168.100.1, and a broadcast on UDP 5007. On success the
+ * record holds the ping answer with the address of the controller that answered. 0, or the
+ * last way's failure.
+ */
+ZEL_API int32_t zelDual_cmd_searchController(ZelPingRecord *pingRecord);
+/** Pings the controller at pIP:nPort (TCP) into the record (written only on success). */
+ZEL_API int32_t zelDual_cmd_tcpPing(const char *pIP, uint16_t nPort, ZelPingRecord *pingRecord);
+/**
+ * Pings by UDP broadcast; the record is zeroed first and its address field names whoever
+ * answered (empty if nobody did).
+ */
+ZEL_API int32_t zelDual_cmd_udpPing(ZelPingRecord *pingRecord);
+/** Pings over the serial port at 9600, then 57600 bit/s, up to three times each. */
+ZEL_API int32_t zelDual_cmd_uart_searchController(ZelPingRecord *pingRecord,
+                                                  const char *pSerialName);
+/** Reads the controller's 64-byte network record by UDP broadcast into pOut. */
+ZEL_API int32_t zelDual_cmd_udpNetworkSearch(uint8_t *pOut);
+/** Reads a G6 controller's 206-byte network record by UDP broadcast (1 if it is longer). */
+ZEL_API int32_t zelDual_cmd_udpNetworkSearch_6G(uint8_t *pOut);
+/** Reads a G6 controller's 595-byte network record (web form) by UDP broadcast. */
+ZEL_API int32_t zelDual_cmd_udpNetworkSearch_6G_Web(uint8_t *pOut);
+/** Reads a G6 controller's 206-byte network record over TCP. */
+ZEL_API int32_t zelDual_cmd_tcpNetworkSearch_6G(const char *pIP, uint16_t nPort, uint8_t *pOut);
+/** Reads a G6 controller's 595-byte network record (web form) over TCP. */
+ZEL_API int32_t zelDual_cmd_tcpNetworkSearch_6G_Web(const char *pIP, uint16_t nPort,
+                                                    uint8_t *pOut);
+/**
+ * Reads a G6 controller's 206-byte network record over a serial port at speed index
+ * nBaundIndex (1: 9600, 2: 57600), up to three tries; only the first 52 bytes are zeroed first.
+ */
+ZEL_API int32_t zelDual_cmd_uart_search_Net_6G(uint8_t *pOut, const char *pSerialName,
+                                               uint8_t nBaundIndex);
+/** The same with the 595-byte web record. */
+ZEL_API int32_t zelDual_cmd_uart_search_Net_6G_Web(uint8_t *pOut, const char *pSerialName,
+                                                   uint8_t nBaundIndex);
+/**
+ * Sets a controller's network identity by UDP broadcast. Addresses are dotted decimal text;
+ * pValue8 points to 8 bytes and pBytes12 to 12, both sent as they stand. 0 or an error.
+ */
+ZEL_API int32_t zelDual_cmd_udpSetIP(uint8_t mode, const char *pIP1, const char *pIP2,
+                                     const char *pIP3, uint16_t nPort, uint8_t type,
+                                     const char *pIP4, uint16_t nPort2, const uint8_t *pValue8,
+                                     uint16_t value16, const uint8_t *pBytes12);
+/** Sets a controller's MAC by UDP broadcast; the six parts are decimal: "1-2-3-4-5-6". */
+ZEL_API int32_t zelDual_cmd_udpSetMac(const char *pMac);
+/**
+ * Puts the controller's Wi-Fi module into access-point mode with this network name and
+ * password, then restarts it (AT commands by UDP broadcast). 0, or -1 when a line was refused.
+ */
+ZEL_API int32_t zelDual_cmd_AT_setWifiSsidPwd(const char *pSsid, const char *pPwd);
+/**
+ * Reads the Wi-Fi module's network name and password into the host's zeroed buffers (no
+ * terminator is written). 0; 2 if the module's answer was too short; -1 if it did not answer.
+ */
+ZEL_API int32_t zelDual_cmd_AT_getWifiSsidPwd(char *pSsid, char *pPwd);
 
 
 /* ==== Device control ==================================================================== */

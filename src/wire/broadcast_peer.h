@@ -3,6 +3,7 @@
 // datagram that comes back on any of them is the answer.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -21,6 +22,10 @@ inline constexpr uint16_t kWifiModuleAtPort = 13769;
 inline constexpr uint16_t kHostAtPort = 14769;
 // The address text of the sender of the last answer fits in this many bytes, zero-padded.
 inline constexpr std::size_t kPeerAddressLen = 20;
+
+// Whether the text in `buf` (up to its first zero byte, at most `len` bytes) contains "OK" or
+// "ok": how a Wi-Fi module's answer, or a short datagram, is accepted.
+bool says_ok(const uint8_t *buf, std::size_t len);
 
 class BroadcastPeer : public KOR_command {
   public:

@@ -54,6 +54,12 @@ class KOR_command : public LedTKPacket {
                                    uint32_t dataLen, uint8_t *answer, uint16_t &capacity);
 
     uint8_t m_reservedState = 0; // one byte that no command reads
+
+  protected:
+    // The device-type probe of every init: sends the probe, receives its answer (room 65536,
+    // `timeout` in the transport's unit), opens it and takes m_DeviceType from offset 6. The
+    // first non-zero result of send, recv or unpack is the result.
+    int32_t probe_device_type(uint32_t timeout);
 };
 
 } // namespace zel
