@@ -15,8 +15,11 @@ void read_all(const std::vector<uint8_t> &file) {
     using namespace zel::sim;
     const DecodeResult r = decode_program(file);
     if (!r.ok()) return;
-    static const ScreenMode kModes[] = {
-        {96, 48, 1, 0, 1}, {96, 48, 2, 4, 2}, {96, 48, 3, 0, 1}, {96, 48, 4, 3, 1}, {96, 48, 4, 5, 1}};
+    static const ScreenMode kModes[] = {{96, 48, 1, 0, 1},
+                                        {96, 48, 2, 4, 2},
+                                        {96, 48, 3, 0, 1},
+                                        {96, 48, 4, 3, 1},
+                                        {96, 48, 4, 5, 1}};
     for (const ScreenMode &mode : kModes) {
         Rgb canvas{mode.width, mode.height,
                    std::vector<uint32_t>(static_cast<std::size_t>(mode.width) * mode.height, 0)};
