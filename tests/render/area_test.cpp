@@ -19,13 +19,8 @@ TEST(Area, GammaTablesUseTheTruncatedExponentAndAreIdentical) {
     EXPECT_EQ(area.gammaRed, area.gammaBlue);
 }
 
-TEST(Area, ConstructionStartsEmptyAndHeaderIsLittleEndian) {
+TEST(Area, HeaderRecordIsLittleEndianAndMovesWithTheRectangle) {
     TKarea area;
-    EXPECT_EQ(area.areaID, 0);
-    EXPECT_EQ(area.x + area.y + area.width + area.height, 0);
-    EXPECT_TRUE(area.fontName.empty());
-    EXPECT_TRUE(area.fontPath.empty());
-
     const uint8_t record[9] = {2, 0x10, 0x00, 0x20, 0x00, 0x40, 0x01, 0x20, 0x00};
     area.setAreaHeader(record, sizeof record);
     EXPECT_EQ(area.areaType, 2);
@@ -81,13 +76,6 @@ TEST(Area, PixelUnitIs32OnlyForMode4) {
         EXPECT_EQ(pixelUnit(mode), 8u) << mode;
     }
     EXPECT_EQ(pixelUnit(4), 32u);
-}
-
-TEST(Area, TruncationFollowsTheMachineConversion) {
-    EXPECT_EQ(truncate_to_int32(2.9), 2);
-    EXPECT_EQ(truncate_to_int32(-2.9), -2);
-    EXPECT_EQ(truncate_to_int32(3e9), INT32_MIN);
-    EXPECT_EQ(truncate_to_int32(std::nan("")), INT32_MIN);
 }
 
 } // namespace

@@ -286,15 +286,5 @@ TEST(TextPainter, MeasurementCountsBlanksAtTheEnds) {
               static_cast<int32_t>(measureGbkText(area, style, " A ")));
 }
 
-TEST(TextPainter, PagesWithoutPixelsStayEmpty) {
-    Area area(kDejaVu);
-    PageBitmaps pages;
-    paintOneLine(area, style_of(0, 20), ucs2("x"), pages);
-    paintLinesPage(area, style_of(-4, 20), {ucs2("x")}, pages);
-    ASSERT_EQ(pages.size(), 2u);
-    EXPECT_TRUE(pages[0].empty());
-    EXPECT_TRUE(pages[1].empty());
-}
-
 } // namespace
 } // namespace zel
