@@ -37,21 +37,11 @@ TEST_F(PixelFormatTest, EncodesForTheScreenTheSettingsDescribe) {
     encode_for_screen(area, pixels, out, 0, 2, 1);
     EXPECT_EQ(out, hex("FF FF  00 F8"));
 
-    // 0x0166 selects 8-8-8.
-    set_screen(kScreenFullColor, 0x0166, 1);
-    encode_for_screen(area, pixels, out, 0, 2, 1);
-    EXPECT_EQ(out, hex("FF FF FF  00 00 FF"));
-
     // 0x0062 selects 32-position words; doubleColor 2 puts green in plane 1, so white lights
     // both planes and blue plane 2 only.
     set_screen(kScreenTwoColors, 0x0062, 2);
     encode_for_screen(area, pixels, out, 0, 2, 1);
     EXPECT_EQ(out, hex("FF FF FF 7F  FF FF FF 3F"));
-
-    // 0x0051 selects bytes; at x 7 the two pixels straddle two bytes.
-    set_screen(kScreenOneColor, 0x0051, 1);
-    encode_for_screen(area, pixels, out, 7, 2, 1);
-    EXPECT_EQ(out, hex("FE 7F"));
 }
 
 } // namespace

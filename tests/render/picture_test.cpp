@@ -9,7 +9,6 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <sstream>
 
 namespace zel {
 namespace {
@@ -69,23 +68,16 @@ std::string file_bytes(const std::string &path) {
 }
 
 TEST(PictureTest, EqualSizeIsCopiedAsItStandsAlphaIncluded) {
-    // A half-transparent white survives as cairo keeps it: premultiplied to 0x80.
-    const uint32_t half_white = 0x80808080;
-    write_png("equal.png", 6, 4, [&](int x, int y) {
-        if (x == 0 && y == 0) return half_white;
-        if (x == 1 && y == 0) return 0x00000000U;
-        return (x + y) % 2 == 0 ? kRed : kBlue;
+    // Column 0 half-transparent white (premultiplied as cairo keeps it), then a transparent
+    // row and an opaque red one.
+    write_png("equal.png", 3, 2, [](int x, int y) {
+        return x == 0 ? 0x80808080U : y == 0 ? 0U : kRed;
     });
-    const auto page = paintPicture("equal.png", 6, 4);
-    ASSERT_EQ(page.size(), 6U * 4U * 4U);
-    EXPECT_EQ(pixel(page, 6, 0, 0), half_white);
-    EXPECT_EQ(pixel(page, 6, 1, 0), 0U);
-    for (int y = 0; y < 4; ++y) {
-        for (int x = 0; x < 6; ++x) {
-            if (y == 0 && x < 2) continue;
-            EXPECT_EQ(pixel(page, 6, x, y), (x + y) % 2 == 0 ? kRed : kBlue) << x << "," << y;
-        }
-    }
+    const auto page = paintPicture("equal.png", 3, 2);
+    ASSERT_EQ(page.size(), 3U * 2U * 4U);
+    expect_region(page, 3, 0, 0, 1, 2, 0x80808080U);
+    expect_region(page, 3, 1, 0, 3, 1, 0U);
+    expect_region(page, 3, 1, 1, 3, 2, kRed);
 }
 
 TEST(PictureTest, SmallerPictureIsEnlargedToFillThePage) {
@@ -98,11 +90,6 @@ TEST(PictureTest, SmallerPictureIsEnlargedToFillThePage) {
     expect_region(page, 16, 10, 2, 14, 6, kGreen);
     expect_region(page, 16, 2, 10, 6, 14, kBlue);
     expect_region(page, 16, 10, 10, 14, 14, kWhite);
-
-    // Unequal factors: 8 × 8 stretched to 32 × 16.
-    const auto wide = paintPicture("half.png", 32, 16);
-    expect_region(wide, 32, 2, 2, 14, 6, kRed);
-    expect_region(wide, 32, 18, 10, 30, 14, kWhite);
 }
 
 TEST(PictureTest, LargerPictureIsReducedAndTheFileIsLeftAlone) {
@@ -138,74 +125,48 @@ TEST(PictureTest, WiderButLowerPictureShowsOnlyTheUpperHalfOfItsStretch) {
     expect_region(page, 16, 0, 8, 16, 16, 0);
 }
 
+// Reads a PNG back through cairo: its size and its premultiplied pixels.
+struct Decoded {
+    int width = 0, height = 0;
+    std::vector<uint8_t> pixels;
+};
+Decoded decode(const std::string &png) {
+    std::ofstream("decoded.png", std::ios::binary) << png;
+    cairo_surface_t *s = cairo_image_surface_create_from_png("decoded.png");
+    Decoded d{cairo_image_surface_get_width(s), cairo_image_surface_get_height(s), {}};
+    const unsigned char *data = cairo_image_surface_get_data(s);
+    if (data != nullptr) d.pixels.assign(data, data + d.width * d.height * 4);
+    cairo_surface_destroy(s);
+    return d;
+}
+
 TEST(PictureTest, FileThatIsNoPictureGivesABlankPageSilently) {
-    { std::ofstream("text.png") << "not a picture\n"; }
+    std::ofstream("text.png") << "not a picture\n";
     test::StdoutCapture capture;
     const auto page = paintPicture("text.png", 8, 4);
     std::string png;
     previewPicture("text.png", 8, 4, png);
     EXPECT_EQ(capture.text(), "");
     EXPECT_EQ(page, std::vector<uint8_t>(8 * 4 * 4, 0));
-
-    // The preview is still a PNG of the page's size, all dark.
-    std::istringstream stream(png);
-    cairo_surface_t *read = cairo_image_surface_create_from_png_stream(
-        [](void *closure, unsigned char *data, unsigned int length) {
-            auto *in = static_cast<std::istringstream *>(closure);
-            in->read(reinterpret_cast<char *>(data), length);
-            return in->gcount() == static_cast<std::streamsize>(length) ? CAIRO_STATUS_SUCCESS
-                                                                        : CAIRO_STATUS_READ_ERROR;
-        },
-        &stream);
-    ASSERT_EQ(cairo_surface_status(read), CAIRO_STATUS_SUCCESS);
-    EXPECT_EQ(cairo_image_surface_get_width(read), 8);
-    EXPECT_EQ(cairo_image_surface_get_height(read), 4);
-    const unsigned char *data = cairo_image_surface_get_data(read);
-    const int stride = cairo_image_surface_get_stride(read);
-    for (int y = 0; y < 4; ++y) {
-        for (int x = 0; x < 32; ++x)
-            EXPECT_EQ(data[y * stride + x], 0) << x << "," << y;
-    }
-    cairo_surface_destroy(read);
+    const Decoded preview = decode(png);
+    EXPECT_EQ(preview.width, 8);
+    EXPECT_EQ(preview.height, 4);
+    EXPECT_EQ(preview.pixels, page);
 }
 
-TEST(PictureTest, PreviewIsThePaintedPageAsPngAppended) {
-    write_png("half.png", 8, 8, quadrants(8, 8, kRed, kGreen, kBlue, kWhite));
-    const auto page = paintPicture("half.png", 16, 16);
-
+TEST(PictureTest, PreviewIsThePaintedPageAsPng) {
+    write_png("equal.png", 4, 2, quadrants(4, 2, kRed, kGreen, kBlue, kWhite));
     std::string png = "kept";
-    previewPicture("half.png", 16, 16, png);
-    ASSERT_GT(png.size(), 12U);
-    EXPECT_EQ(png.substr(0, 4), "kept");
-    EXPECT_EQ(png.substr(4, 8), "\x89PNG\r\n\x1a\n");
-
-    std::ofstream("preview.png", std::ios::binary) << png.substr(4);
-    cairo_surface_t *read = cairo_image_surface_create_from_png("preview.png");
-    ASSERT_EQ(cairo_surface_status(read), CAIRO_STATUS_SUCCESS);
-    ASSERT_EQ(cairo_image_surface_get_width(read), 16);
-    ASSERT_EQ(cairo_image_surface_get_height(read), 16);
-    cairo_surface_flush(read);
-    const unsigned char *data = cairo_image_surface_get_data(read);
-    const int stride = cairo_image_surface_get_stride(read);
-    // Opaque pixels pass through PNG unchanged; the translucent ones at the page's edge lose
-    // precision to unpremultiplying, as any PNG does.
-    int opaque = 0;
-    for (int y = 0; y < 16; ++y) {
-        for (int x = 0; x < 16; ++x) {
-            if (pixel(page, 16, x, y) >> 24 != 0xFF) continue;
-            uint32_t v;
-            std::memcpy(&v, data + y * stride + x * 4, 4);
-            EXPECT_EQ(v, pixel(page, 16, x, y)) << x << "," << y;
-            ++opaque;
-        }
-    }
-    EXPECT_GE(opaque, 4 * 4 * 4);
-    cairo_surface_destroy(read);
+    previewPicture("equal.png", 4, 2, png);
+    ASSERT_EQ(png.substr(0, 4), "kept");
+    const Decoded preview = decode(png.substr(4));
+    EXPECT_EQ(preview.width, 4);
+    EXPECT_EQ(preview.pixels, paintPicture("equal.png", 4, 2));
 
     // A page without pixels: no bitmap, and no PNG can be written.
-    EXPECT_TRUE(paintPicture("half.png", 0, 16).empty());
+    EXPECT_TRUE(paintPicture("equal.png", 0, 2).empty());
     std::string none;
-    previewPicture("half.png", -1, 16, none);
+    previewPicture("equal.png", -1, 2, none);
     EXPECT_EQ(none, "");
 }
 

@@ -1,7 +1,8 @@
-// A plain, position-by-position pixel encoder that follows the controllers' format description
-// step by step: three fixed bit planes written and read through bitset's checked accessors.
-// It is slow on purpose; the tests compare the library's word-wise encoder against it, and the
-// benchmark measures the library against it. Shared by tests/ and bench/, so header-only.
+// The controllers' pixel formats written the plainest way: every position of every row read,
+// thresholded and stored one bit at a time in three fixed bit planes through bitset's checked
+// accessors, then packed bit by bit. Slow on purpose and easy to check by eye; the tests compare
+// the library's kernels against it and the benchmark measures them against it. Shared by
+// tests/ and bench/, so header-only.
 #pragma once
 
 #include <bitset>
