@@ -155,7 +155,7 @@ void PicturesArea::renderPages(PageCanvas &canvas) {
 
     const PixelFormat format{static_cast<int32_t>(g_screenColor.load()), g_tranPixelMode.load(),
                              static_cast<int32_t>(g_doubleColor.load())};
-    const GammaTables gamma{gammaRed, gammaGreen, gammaBlue};
+    const GammaTables gamma = area_gamma(*this);
     for (const PageBitmap &bitmap : pageBitmaps) {
         std::vector<uint8_t> out;
         // A frame wider than half the area leaves no page at all (see docs/decisions.md).

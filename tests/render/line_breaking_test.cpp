@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
 #include <random>
 #include <string>
 #include <vector>
@@ -28,10 +27,8 @@ class TableMeasurer final : public PrefixMeasurer {
             const char c = m_text[i];
             w += c == 'W' ? 100 : c == '\r' ? 7 : 10;
         }
-        ++calls;
         return w;
     }
-    int calls = 0;
 
   private:
     const std::string &m_text;
@@ -74,30 +71,19 @@ TEST(LineBreaking, FirstCharacterWiderThanTheAreaKeepsTheRestOnOneLine) {
 
 TEST(LineBreaking, PaginationKeepsLinesWholeAndStartsANewPageWhenOneDoesNotFit) {
     const auto lines = ucs2Lines({"1", "2", "3", "4", "5"});
-    std::vector<std::string> current;
-    std::vector<std::vector<std::string>> pages;
-
-    // Rows of 10 on pages of 25: two per page.
-    paginateLines(lines, 10.0, 25, current, pages);
-    ASSERT_EQ(pages.size(), 3u);
-    EXPECT_EQ(pages[0], ucs2Lines({"1", "2"}));
-    EXPECT_EQ(pages[2], ucs2Lines({"5"}));
-    EXPECT_EQ(current, ucs2Lines({"5"}));
-
-    // A row that exactly fills the page still fits.
-    current.clear();
-    pages.clear();
-    paginateLines(lines, 12.5, 25, current, pages);
-    ASSERT_EQ(pages.size(), 3u);
-    EXPECT_EQ(pages[1], ucs2Lines({"3", "4"}));
-
-    // Rows taller than the page: each line has a page to itself, none is empty.
-    current.clear();
-    pages.clear();
-    paginateLines(lines, 30.0, 25, current, pages);
-    ASSERT_EQ(pages.size(), 5u);
-    for (std::size_t i = 0; i < pages.size(); ++i)
-        EXPECT_EQ(pages[i], std::vector{lines[i]});
+    const auto sizes = [&](double lineHeight, int32_t pageHeight) {
+        std::vector<std::string> current;
+        std::vector<std::vector<std::string>> pages;
+        paginateLines(lines, lineHeight, pageHeight, current, pages);
+        EXPECT_EQ(current, pages.back()); // the last page stays in currentLines
+        std::vector<std::size_t> out;
+        for (const auto &page : pages)
+            out.push_back(page.size());
+        return out;
+    };
+    EXPECT_EQ(sizes(10.0, 25), (std::vector<std::size_t>{2, 2, 1}));
+    EXPECT_EQ(sizes(12.5, 25), (std::vector<std::size_t>{2, 2, 1})); // exactly full still fits
+    EXPECT_EQ(sizes(30.0, 25), (std::vector<std::size_t>{1, 1, 1, 1, 1})); // none left empty
 }
 
 // ---- The incremental measurer against the literal one, on real fonts ----
@@ -175,23 +161,29 @@ TEST(LineBreaking, IncrementalMeasuringGivesTheLinesOfTheLiteralOne) {
     EXPECT_GT(multiLine, cases / 2);
 }
 
-TEST(LineBreaking, IncrementalMeasuringGivesEveryPrefixWidthOfTheLiteralOne) {
-    // Stronger than equal breaks: every prefix of a long line measures the same, in a wide
-    // area where nothing breaks, for each font, upright and slanted (a slanted glyph's ink
-    // can stick out past its neighbours).
-    std::mt19937 rng(77);
-    for (const char *path : {kDejaVu, kWenQuanYi}) {
-        TKarea area;
-        area.fontPath = path;
-        for (uint8_t italic = 0; italic < 2; ++italic) {
-            std::string text = randomGbk(rng, 2, 300);
-            TKarea::convertGbkToUcs2(text);
-            TextScratch scratch(area, 100000, 40, 19.0, 0, italic, true);
-            LiteralPrefixMeasurer literal(scratch.context(), text);
-            IncrementalPrefixMeasurer incremental(scratch.context(), text);
-            for (std::size_t end = 2; end <= text.size(); end += 2) {
-                ASSERT_EQ(incremental.prefixWidth(0, end), literal.prefixWidth(0, end))
-                    << path << " italic " << int(italic) << " end " << end;
+TEST(LineBreaking, IncrementalMeasuringFollowsInkThatSticksOutOfTheGuards) {
+    // Marks without advance whose ink reaches far beyond their neighbours: U+0488 lies some
+    // way left of its position, U+05C1 right of it. At the start or end of a prefix they, not
+    // the guard digits, hold the extreme ink edges.
+    const uint16_t units[] = {'a', 'm', ' ', 0x0488, 0x05C1, 0x0301, 0x05C1, 'W'};
+    std::mt19937 rng(5);
+    TKarea area;
+    area.fontPath = kDejaVu;
+    for (const double size : {13.0, 20.0, 37.0}) {
+        std::string text;
+        for (int i = 0; i < 400; ++i) {
+            const uint16_t u = units[rng() % std::size(units)];
+            text.push_back(static_cast<char>(u & 0xFF));
+            text.push_back(static_cast<char>(u >> 8));
+        }
+        TextScratch scratch(area, 30000, 40, size, 0, 0, true);
+        LiteralPrefixMeasurer literal(scratch.context(), text);
+        IncrementalPrefixMeasurer incremental(scratch.context(), text);
+        ASSERT_FALSE(incremental.fallsBack());
+        for (std::size_t start = 0; start < text.size(); start += 98) {
+            for (std::size_t end = start + 2; end <= text.size(); end += 2) {
+                ASSERT_EQ(incremental.prefixWidth(start, end), literal.prefixWidth(start, end))
+                    << "size " << size << " start " << start << " end " << end;
             }
         }
     }

@@ -4,6 +4,7 @@
 #include <cairo.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -50,39 +51,22 @@ inline void writePng(const std::string &path, int width, int height, double r, d
     cairo_surface_destroy(s);
 }
 
-// A decoded PNG: its size and its ARGB32 pixels (premultiplied, blue first).
+// A PNG held in memory, decoded: its size and its ARGB32 pixels (premultiplied).
 struct DecodedPng {
     int width = 0;
     int height = 0;
     std::vector<uint32_t> pixels;
-    uint32_t at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
+    uint32_t at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
 };
 
 inline DecodedPng decodePng(const std::string &bytes) {
-    struct Reader {
-        const std::string *data;
-        std::size_t pos;
-    } reader{&bytes, 0};
-    cairo_surface_t *s = cairo_image_surface_create_from_png_stream(
-        [](void *closure, unsigned char *out, unsigned int length) {
-            auto *r = static_cast<Reader *>(closure);
-            if (r->pos + length > r->data->size()) return CAIRO_STATUS_READ_ERROR;
-            r->data->copy(reinterpret_cast<char *>(out), length, r->pos);
-            r->pos += length;
-            return CAIRO_STATUS_SUCCESS;
-        },
-        &reader);
-    DecodedPng png;
-    if (cairo_surface_status(s) == CAIRO_STATUS_SUCCESS) {
-        png.width = cairo_image_surface_get_width(s);
-        png.height = cairo_image_surface_get_height(s);
-        const int stride = cairo_image_surface_get_stride(s);
-        const unsigned char *data = cairo_image_surface_get_data(s);
-        for (int y = 0; y < png.height; ++y) {
-            const auto *row = reinterpret_cast<const uint32_t *>(data + y * stride);
-            png.pixels.insert(png.pixels.end(), row, row + png.width);
-        }
-    }
+    std::FILE *f = std::fopen("decoded.png", "wb");
+    std::fwrite(bytes.data(), 1, bytes.size(), f);
+    std::fclose(f);
+    cairo_surface_t *s = cairo_image_surface_create_from_png("decoded.png");
+    DecodedPng png{cairo_image_surface_get_width(s), cairo_image_surface_get_height(s), {}};
+    const auto *data = reinterpret_cast<const uint32_t *>(cairo_image_surface_get_data(s));
+    if (data != nullptr) png.pixels.assign(data, data + png.width * png.height);
     cairo_surface_destroy(s);
     return png;
 }
