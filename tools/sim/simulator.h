@@ -47,6 +47,7 @@ struct Request {
     std::vector<uint8_t> frame; // the bytes as they came, start run and end byte included
     std::vector<uint8_t> inner; // the unescaped packet
     bool valid = false;         // header check and CRC (where the version has them) are right
+    uint32_t lineSpeed = 0;     // serial: the line's speed in bit/s when the request came
     bool is_probe() const { return version == 0; }
 };
 
@@ -97,10 +98,13 @@ struct Faults {
 struct Config {
     uint16_t controllerType = 0x0051;
     std::string bindAddress = "127.0.0.1";
-    int tcpPort = 0;           // 0: any free port; -1: no TCP
-    int udpPort = -1;          // the controller's protocol on UDP, usually 5007; -1: none
-    int atPort = -1;           // the Wi-Fi module, usually 13769; -1: none
-    bool serial = false;       // serve a serial line on a pseudo-terminal
+    int tcpPort = 0;     // 0: any free port; -1: no TCP
+    int udpPort = -1;    // the controller's protocol on UDP, usually 5007; -1: none
+    int atPort = -1;     // the Wi-Fi module, usually 13769; -1: none
+    bool serial = false; // serve a serial line on a pseudo-terminal
+    // 9600 or 57600: like a controller set to that speed, the line hears nothing while the host
+    // has it at another speed. 0: any speed.
+    uint32_t serialSpeed = 0;
     uint8_t echoByte = 0x00;   // byte 5 of every answer header
     uint8_t capability = 0x00; // byte 9 of every version 7 answer header
     int splitDelayMs = 200;    // pause between the two segments of a split answer
@@ -177,6 +181,7 @@ class Simulator {
         std::string peer;
         std::string local;
         uint32_t fileBlocks = 0; // file blocks answered on this conversation
+        uint32_t lineSpeed = 0;  // serial: the line's speed when the last bytes came
     };
     // The transport-independent core: what the simulator answers to one frame, for the fuzz
     // target and for tests that need no transport. Records the request. Returns the bytes to

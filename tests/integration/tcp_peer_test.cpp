@@ -1,0 +1,140 @@
+// The TCP peer against the embedded simulator on loopback: the probe, one recv per answer, and
+// every way a controller's answer can be refused.
+#include <gtest/gtest.h>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "commands/discovery.h"
+#include "support/capture.h"
+#include "support/hex.h"
+#include "support/sim_fixture.h"
+#include "wire/tcp_peer.h"
+#include "zel_sdk_dual.h"
+
+namespace zel {
+namespace {
+
+using test::hex;
+
+// A loopback port where nothing listens: bound once to learn a free number, then closed.
+uint16_t closed_port() {
+    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in sa{};
+    sa.sin_family = AF_INET;
+    sa.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    ::bind(fd, reinterpret_cast<sockaddr *>(&sa), sizeof sa);
+    socklen_t len = sizeof sa;
+    ::getsockname(fd, reinterpret_cast<sockaddr *>(&sa), &len);
+    ::close(fd);
+    return ntohs(sa.sin_port);
+}
+
+class TcpPeerTest : public test::SimTest {};
+
+TEST_F(TcpPeerTest, InitProbesAndLearnsTheDeviceType) {
+    start_sim(0x0163); // a G6 code: the probe answer comes with header version 7
+    TK_Client client;
+    EXPECT_EQ(client.init("127.0.0.1", port()), 0);
+    EXPECT_EQ(client.m_DeviceType, 0x0163);
+    const auto requests = sim().requests();
+    ASSERT_EQ(requests.size(), 1u);
+    EXPECT_EQ(requests[0].frame,
+              hex("A5A5A5A5A5A5A5A5 FEFF 0080 00 00 FE 01 0200 0400 23B8 E3 A2 00 0000 5A"));
+}
+
+TEST_F(TcpPeerTest, RefusedConnectFailsWithItsConsoleLine) {
+    const uint16_t nobody = closed_port();
+    {
+        test::StdoutCapture out;
+        TcpPeer peer;
+        EXPECT_EQ(peer.connect("127.0.0.1", nobody, 5), -1);
+        EXPECT_FALSE(peer.connected());
+        EXPECT_EQ(out.text(), "TCP connect to select to FD_ISSET failed! ip=127.0.0.1 \n");
+    }
+    {
+        test::StdoutCapture out;
+        ZelPingRecord record{};
+        EXPECT_EQ(zelDual_cmd_tcpPing("127.0.0.1", nobody, &record), -1);
+        EXPECT_EQ(out.text(), "TCP connect to select to FD_ISSET failed! ip=127.0.0.1 \n");
+    }
+}
+
+TEST_F(TcpPeerTest, AnswerInTwoSegmentsIsRefused) {
+    start_sim();
+    sim::Faults f;
+    f.splitAnswer = true;
+    sim().set_faults(f);
+    TK_Client client;
+    ASSERT_EQ(client.init("127.0.0.1", port()), 0);
+    uint8_t answer[kPingCapacity] = {};
+    EXPECT_EQ(cmd_ping(client, answer), -1);
+    EXPECT_TRUE(client.connected()); // a refused answer does not close the socket
+}
+
+TEST_F(TcpPeerTest, ProbeAnswerWithUnknownHeaderVersionGivesMinus4) {
+    start_sim();
+    sim::Faults f;
+    f.scope = sim::FaultScope::Probe;
+    f.headerVersion = 3;
+    sim().set_faults(f);
+    TK_Client client;
+    EXPECT_EQ(client.init("127.0.0.1", port()), -4);
+    EXPECT_EQ(client.m_DeviceType, 0xFFFE);
+}
+
+TEST_F(TcpPeerTest, DeviceTypeWithoutHeaderSendsNothing) {
+    start_sim(0x0056); // low byte 0x56 has no header form
+    TK_Client client;
+    ASSERT_EQ(client.init("127.0.0.1", port()), 0);
+    EXPECT_EQ(client.m_DeviceType, 0x0056);
+    uint8_t answer[kPingCapacity] = {};
+    EXPECT_EQ(cmd_ping(client, answer), -1);
+    EXPECT_FALSE(client.connected());       // the empty send closed it
+    EXPECT_EQ(sim().requests().size(), 1u); // the probe and nothing else
+}
+
+TEST_F(TcpPeerTest, BrokenAnswersGiveTheirResults) {
+    struct Case {
+        const char *what;
+        sim::Faults faults;
+        int32_t result;
+    };
+    sim::Faults headerCheck;
+    headerCheck.badHeaderCheck = true;
+    sim::Faults crc;
+    crc.badCrc = true;
+    sim::Faults version;
+    version.headerVersion = 6;
+    sim::Faults error;
+    error.errorCode = 9;
+    for (const Case &c : {Case{"header check", headerCheck, -2}, Case{"crc", crc, -3},
+                          Case{"version", version, -4}, Case{"error code", error, 9}}) {
+        start_sim();
+        sim().set_faults(c.faults);
+        ZelPingRecord record{};
+        EXPECT_EQ(zelDual_cmd_tcpPing("127.0.0.1", port(), &record), c.result) << c.what;
+        EXPECT_EQ(record.ControllerType, 0) << c.what; // nothing copied on failure
+    }
+}
+
+TEST_F(TcpPeerTest, PaddedAnswerIsUncoveredAndEchoBytesGoBack) {
+    sim::Config config = test::loopback_config(0x0051);
+    config.echoByte = 0x3C;
+    config.faults.padIndex = 255; // the highest index: the pad reaches table byte 366
+    start_sim(config);
+    ZelPingRecord record{};
+    ASSERT_EQ(zelDual_cmd_tcpPing("127.0.0.1", port(), &record), 0);
+    EXPECT_EQ(record.ControllerType, 0x0051);
+    EXPECT_STREQ(record.address, "127.0.0.1");
+    const auto commands = sim().commands();
+    ASSERT_EQ(commands.size(), 1u);
+    // Sequence 4 after the probe's 2; the probe answer's echo byte comes back at byte 5.
+    EXPECT_EQ(commands[0].frame, hex("A5A5A5A5A5A5A5A5 FEFF 0080 05 3C 5100 00 00 0400 00 84 96 00"
+                                     " 000000000000 0500 1E78 9C 01 A2 00 0000 5A"));
+}
+
+} // namespace
+} // namespace zel

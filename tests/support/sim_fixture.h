@@ -1,0 +1,44 @@
+// The controller simulator embedded in a test: TCP on a free loopback port, and a serial line
+// on a pseudo-terminal when asked for. Broadcast ways stay off here (they only run inside the
+// namespaces of netns.h).
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "sim/simulator.h"
+
+namespace zel::test {
+
+inline sim::Config loopback_config(uint16_t controllerType = 0x0051, bool serial = false) {
+    sim::Config config;
+    config.controllerType = controllerType;
+    config.bindAddress = "127.0.0.1";
+    config.tcpPort = 0;
+    config.udpPort = -1;
+    config.atPort = -1;
+    config.serial = serial;
+    return config;
+}
+
+class SimTest : public ::testing::Test {
+  protected:
+    // Starts a simulator with `config` (replacing any earlier one).
+    sim::Simulator &start_sim(sim::Config config) {
+        m_sim.reset();
+        m_sim = std::make_unique<sim::Simulator>(std::move(config));
+        m_sim->start();
+        return *m_sim;
+    }
+    sim::Simulator &start_sim(uint16_t controllerType = 0x0051, bool serial = false) {
+        return start_sim(loopback_config(controllerType, serial));
+    }
+    sim::Simulator &sim() { return *m_sim; }
+    uint16_t port() const { return m_sim->tcp_port(); }
+
+  private:
+    std::unique_ptr<sim::Simulator> m_sim;
+};
+
+} // namespace zel::test
