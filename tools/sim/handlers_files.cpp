@@ -28,11 +28,7 @@ void write_header(Simulator &sim, uint8_t code, FileSpace space) {
         const uint32_t length = in.u32();
         const uint8_t mode = in.u8();
         const uint32_t check = in.u32();
-        FilesState &state = files_state(s);
-        state.blocks[{r.peer, name}] = 0;
-        Reply reply = Reply::error(state.fs.begin_write(space, name, type, length, mode, check));
-        reply.closeAfter = s.faults().closeAfterBlocks == 0;
-        return reply;
+        return Reply::error(files_state(s).fs.begin_write(space, name, type, length, mode, check));
     });
 }
 
@@ -42,14 +38,9 @@ void write_block(Simulator &sim, uint8_t code, FileSpace space) {
         const FileName name = name_at(r.data, 0);
         const uint8_t last = r.data[4];
         const uint32_t offset = read_u32_le(r.data, 5);
-        FilesState &state = files_state(s);
-        Reply reply = Reply::error(state.fs.write_block(
+        // A block that the close-after-blocks fault drops never gets here, so it is not kept.
+        return Reply::error(files_state(s).fs.write_block(
             space, name, last, offset, std::span<const uint8_t>(r.data).subspan(9)));
-        // The close-after-blocks fault: the connection drops once this many blocks of the
-        // file have been answered.
-        const int blocks = ++state.blocks[{r.peer, name}];
-        reply.closeAfter = s.faults().closeAfterBlocks == blocks;
-        return reply;
     });
 }
 

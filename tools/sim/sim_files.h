@@ -1,14 +1,11 @@
-// State of the simulated controller's file-system module: the file system itself, the
-// directory listing in progress, and the blocks counted for the close-after-blocks fault.
+// State of the simulated controller's file-system module: the file system itself and the
+// directory listing in progress.
 // Handlers hold the simulator's lock; the file system has a lock of its own, so a test may
 // read it from any thread.
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <map>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include "sim/sim_filesystem.h"
@@ -26,8 +23,6 @@ struct DirectoryListing {
 struct FilesState {
     SimFileSystem fs;
     DirectoryListing listing;
-    // File blocks accepted per conversation and file since the file's header.
-    std::map<std::pair<std::string, FileName>, int> blocks;
 };
 
 FilesState &files_state(Simulator &sim);
