@@ -3,6 +3,7 @@
 #include <exception>
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "program/controller_types.h"
 #include "simulator.h"
@@ -19,14 +20,26 @@ ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType)
     return mode;
 }
 
-bool parse_panel_option(const std::string &arg, PanelOptions &options, std::string &error) {
-    auto value_of = [&](const char *prefix) -> std::optional<std::string> {
-        const std::string p(prefix);
-        if (arg.compare(0, p.size(), p) != 0) return std::nullopt;
-        return arg.substr(p.size());
-    };
-    auto number = [&](const std::string &text, int64_t low,
-                      int64_t high) -> std::optional<int64_t> {
+const char *const kPanelUsage = R"(What the panel shows (G5 controller types):
+  --panel-out DIR        read every program file that lands in the file system
+                         and write into DIR, per area and page, a PNG of the
+                         screen with the page at its place, <name>-panel.png with
+                         the first page of every area, and <name>.json
+  --screen WxH           the screen's size in pixels (needed with --panel-out)
+  --color N              1, 2 or 3 single colours, 4 full colour (default 1);
+                         the pixel mode follows from --type
+  --double-color N       plane order of a two-colour screen (default 1: plane 1
+                         red)
+)";
+
+bool is_panel_option(const std::string &name) {
+    return name == "--screen" || name == "--color" || name == "--double-color" ||
+           name == "--panel-out";
+}
+
+bool parse_panel_option(const std::string &name, const std::string &value, PanelOptions &options,
+                        std::string &error) {
+    auto number = [](const std::string &text, int64_t low, int64_t high) -> std::optional<int64_t> {
         try {
             std::size_t used = 0;
             const long long v = std::stoll(text, &used, 0);
@@ -35,45 +48,41 @@ bool parse_panel_option(const std::string &arg, PanelOptions &options, std::stri
         }
         return std::nullopt;
     };
-    if (auto v = value_of("--screen=")) {
-        const auto x = v->find('x');
-        const auto w = x == std::string::npos ? std::nullopt : number(v->substr(0, x), 1, 8192);
-        const auto h = x == std::string::npos ? std::nullopt : number(v->substr(x + 1), 1, 8192);
+    if (name == "--screen") {
+        const auto x = value.find('x');
+        const auto w = x == std::string::npos ? std::nullopt : number(value.substr(0, x), 1, 8192);
+        const auto h = x == std::string::npos ? std::nullopt : number(value.substr(x + 1), 1, 8192);
         if (!w || !h) {
             error = "--screen wants WIDTHxHEIGHT, each from 1 to 8192";
             return false;
         }
         options.width = static_cast<uint32_t>(*w);
         options.height = static_cast<uint32_t>(*h);
-        return true;
-    }
-    if (auto v = value_of("--color=")) {
-        const auto c = number(*v, 1, 4);
+    } else if (name == "--color") {
+        const auto c = number(value, 1, 4);
         if (!c) {
             error = "--color wants 1, 2, 3 or 4";
             return false;
         }
         options.colorMode = static_cast<int32_t>(*c);
-        return true;
-    }
-    if (auto v = value_of("--double-color=")) {
-        const auto d = number(*v, 0, 0xFFFFFFFF);
+    } else if (name == "--double-color") {
+        const auto d = number(value, INT32_MIN, INT32_MAX);
         if (!d) {
             error = "--double-color wants a number";
             return false;
         }
         options.doubleColor = static_cast<int32_t>(*d);
-        return true;
-    }
-    if (auto v = value_of("--panel-out=")) {
-        if (v->empty()) {
+    } else if (name == "--panel-out") {
+        if (value.empty()) {
             error = "--panel-out wants a folder";
             return false;
         }
-        options.folder = *v;
-        return true;
+        options.folder = value;
+    } else {
+        error = name + " is not a panel option";
+        return false;
     }
-    return false;
+    return true;
 }
 
 void install_panel_output(Simulator &sim, PanelOptions options) {

@@ -26,10 +26,14 @@ struct PanelOptions {
 // table of controller types (mode 0 for an unknown code, as the library falls back to).
 ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType);
 
-// Reads a panel option of the zel-sim command line: --screen=WxH, --color=N,
-// --double-color=N, --panel-out=DIR. True when `arg` was one of them and made sense; `error`
-// says what did not.
-bool parse_panel_option(const std::string &arg, PanelOptions &options, std::string &error);
+// The panel options of the zel-sim command line, each followed by its value: --screen WxH,
+// --color N, --double-color N, --panel-out DIR.
+bool is_panel_option(const std::string &name);
+// Reads one of them. False, with `error` saying why, when the value makes no sense.
+bool parse_panel_option(const std::string &name, const std::string &value, PanelOptions &options,
+                        std::string &error);
+// The lines of the usage text that tell the panel options.
+extern const char *const kPanelUsage;
 
 // From now on, every file that lands in the ordinary file space of a simulated G5 controller is
 // read as a program and shown in options.folder (created if missing), as write_panel does.
