@@ -277,24 +277,35 @@ DecodeResult Reader::run() {
         result.program = std::move(program);
     };
     // Tries one reading: the background mark 0, the count, then area blocks up to the CRC.
+    // A frameless reading whose block lengths lead exactly to the CRC is the file's structure
+    // beyond reasonable doubt: a body that fails there is where the file stops making sense.
     std::optional<Failure> deepest;
-    auto attempt = [&](const Reading &r, bool keepFailure) {
+    bool settled = false;
+    auto attempt = [&](const Reading &r, bool frameless) {
         const std::size_t background =
             r.strip ? r.frameMark + kFrameHeaderSize + *r.strip : r.frameMark + 1;
         if (background + 2 > m_end) return false;
         if (m_file[background] != 0) {
-            if (keepFailure && (!deepest || background >= deepest->offset)) {
+            if (frameless && (!deepest || background >= deepest->offset)) {
                 deepest = Failure{background, "the background mark is not 0"};
             }
             return false;
         }
         const std::size_t first = background + 2;
-        if (!keepFailure && !lengths_reach_end(first)) return false;
+        const bool chained = lengths_reach_end(first);
+        if (!frameless && !chained) return false;
         auto found = areas(first);
         if (!found.value) {
-            if (keepFailure && (!deepest || found.failure.offset >= deepest->offset)) {
+            if (frameless && (!deepest || found.failure.offset >= deepest->offset || chained)) {
                 deepest = found.failure;
+                settled = chained;
             }
+            return false;
+        }
+        // A frame strip is only believed with a count that can stand for its blocks: replacing
+        // areas raises the count above them, nothing lowers it below.
+        const uint8_t count = m_file[background + 1];
+        if (!frameless && (count < found.value->size() || (found.value->empty() && count != 0))) {
             return false;
         }
         accept(r, std::move(*found.value));
@@ -310,8 +321,9 @@ DecodeResult Reader::run() {
         const std::size_t mark = 20 + k * kPeriodSize;
         if (mark + 3 > m_end) break;
         if (m_file[mark] == 0 && attempt({k, mark, std::nullopt}, true)) return result;
+        if (settled) break;
     }
-    for (std::size_t k = least; k <= most; ++k) {
+    for (std::size_t k = least; k <= most && !settled; ++k) {
         const std::size_t mark = 20 + k * kPeriodSize;
         if (mark + kFrameHeaderSize + 2 > m_end) break;
         for (std::size_t strip = 0; mark + kFrameHeaderSize + strip + 2 <= m_end; ++strip) {
