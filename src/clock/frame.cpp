@@ -26,21 +26,24 @@ bool attach_strip(PicturesArea &area, const char *pngPath) {
     if (area.frameObject->framePixels == nullptr) {
         return false;
     }
+    // Encoded before the frame counts as attached: a strip too large for the encoder throws
+    // and leaves the area without a frame.
+    std::vector<uint8_t> strip = encode_frame_strip(*area.frameObject, area);
     area.frameEnabled = 1;
-    area.frameData.clear();
-    area.frameDataLength = 0;
-    area.frameData = encode_frame_strip(*area.frameObject, area);
+    area.frameData = std::move(strip);
     area.frameDataLength = static_cast<uint32_t>(area.frameData.size());
     area.layoutText();
     return true;
 }
 
+// Encodes the program's strip and then marks the frame present, so that a strip too large for
+// the encoder (it throws) leaves the frame as it was.
 void encode_program_strip(ProgramObj &program) {
-    program.frameData.clear();
-    program.frameDataLen = 0;
     const TKarea scratch; // only for its gamma tables
-    program.frameData = encode_frame_strip(*program.framePicture, scratch);
+    std::vector<uint8_t> strip = encode_frame_strip(*program.framePicture, scratch);
+    program.frameData = std::move(strip);
     program.frameDataLen = static_cast<uint32_t>(program.frameData.size());
+    program.hasFrame = 1;
 }
 
 } // namespace
@@ -99,7 +102,6 @@ void add_program_frame(ProgramObj &program, const uint8_t *header, const char *p
         console_write(kNoFramePng, sizeof kNoFramePng - 1);
         return;
     }
-    program.hasFrame = 1;
     encode_program_strip(program);
 }
 
@@ -121,7 +123,6 @@ int32_t add_program_frame_g6(ProgramObj &program,
         console_write(kNoFramePng, sizeof kNoFramePng - 1);
         return -1;
     }
-    program.hasFrame = 1;
     encode_program_strip(program);
     return 0;
 }

@@ -51,7 +51,7 @@ TEST_F(G5Program, NameRuleWritesTheNameBackAndRefusesLongNames) {
     h = program_header(10000);
     h.ProgramWeek = 0x01;
     EXPECT_EQ(zelDual_program_changeProgramParams(&h), -1);
-    EXPECT_EQ(h.ProgramName, 10000u) << "the caller's record is left as it was";
+    EXPECT_EQ(+h.ProgramName, 10000u) << "the caller's record is left as it was";
     const auto image = integrate();
     ASSERT_EQ(image.size(), 27u);
     EXPECT_EQ(std::string(image.begin() + 1, image.begin() + 5), "-100");
@@ -63,22 +63,22 @@ TEST_F(G5Program, EmptyProgramFileAndItsRecord) {
     ZelProgramFile_G5 file;
     std::memset(&file, 0xEE, sizeof file);
     ASSERT_EQ(zelDual_program_IntegrateProgramFile(&file), 0);
-    ASSERT_EQ(file.fileLen, 19u + 1 + 1 + 1 + 1 + 4);
+    ASSERT_EQ(+file.fileLen, 19u + 1 + 1 + 1 + 1 + 4);
     EXPECT_EQ(std::string(file.fileName, 4), "P003");
-    EXPECT_EQ(file.fileType, 0);
+    EXPECT_EQ(+file.fileType, 0);
     const std::vector<uint8_t> image(file.fileData, file.fileData + file.fileLen);
     EXPECT_EQ(std::string(image.begin() + 1, image.begin() + 5), "P003");
     EXPECT_EQ(std::vector<uint8_t>(image.begin() + 19, image.begin() + 23),
               (std::vector<uint8_t>{0, 0, 0, 0}));
     const auto crc = static_cast<uint32_t>(crc32(0L, image.data(), 23));
     EXPECT_EQ(le32(image.data() + 23), crc);
-    EXPECT_EQ(file.fileCrc, crc);
+    EXPECT_EQ(+file.fileCrc, crc);
 
     std::ifstream trace("dataFantx.bin", std::ios::binary);
     EXPECT_EQ(std::vector<uint8_t>(std::istreambuf_iterator<char>(trace), {}), image);
 
     EXPECT_EQ(zelDual_program_freeBuffer(&file), 0);
-    EXPECT_EQ(file.fileData, nullptr);
+    EXPECT_EQ(+file.fileData, nullptr);
 }
 
 TEST_F(G5Program, PlayPeriodsSetTheFlagAndCountZeroClearsIt) {
@@ -164,8 +164,8 @@ TEST_F(G5Program, EntriesFailOnMissingAreasMissingFilesAndG6Programs) {
     OnePageResult page;
     std::memset(&page, 0xEE, sizeof page);
     EXPECT_EQ(zelDual_program_pictureAreaGetOnePage(9, 0, &page), -1);
-    EXPECT_EQ(page.pngLength, 0u);
-    EXPECT_EQ(page.pngData, nullptr);
+    EXPECT_EQ(+page.pngLength, 0u);
+    EXPECT_EQ(+page.pngData, nullptr);
 
     zelDual_program_deleteProgram();
     ASSERT_NE(program_access_g6(), nullptr);
@@ -175,7 +175,7 @@ TEST_F(G5Program, EntriesFailOnMissingAreasMissingFilesAndG6Programs) {
     ZelProgramFile_G5 file;
     std::memset(&file, 0, sizeof file);
     EXPECT_EQ(zelDual_program_IntegrateProgramFile(&file), -1);
-    EXPECT_EQ(file.fileData, nullptr);
+    EXPECT_EQ(+file.fileData, nullptr);
 }
 
 // Pages of an area of 64 x 32 at x 0 on a one-colour screen: 8 bytes a row, 256 a page.
@@ -242,8 +242,8 @@ TEST_F(G5Program, PreviewOfATextPage) {
     ASSERT_EQ(zelDual_program_fontPath_picturesAreaAddTxt(1, "A\nW", kDejaVu, &p), 0);
     OnePageResult page;
     ASSERT_EQ(zelDual_program_pictureAreaGetOnePage(1, 1, &page), 0);
-    EXPECT_EQ(page.pageCount, 2);
-    ASSERT_GT(page.pngLength, 8u);
+    EXPECT_EQ(+page.pageCount, 2);
+    ASSERT_GT(+page.pngLength, 8u);
     EXPECT_EQ(std::memcmp(page.pngData, "\x89PNG", 4), 0);
 }
 
