@@ -63,18 +63,6 @@ TEST(ProgramFile, PlayPeriodsGiveFlagOneAndTheRecordsWithoutCount) {
     EXPECT_EQ(begin_program_image(head).size(), 23u);
 }
 
-TEST(ProgramFile, ProgramFrameAndAreaCountStandBetweenPeriodsAndAreas) {
-    ProgramImageHead head = head_named("P002");
-    head.hasFrame = true;
-    head.frameHeader = {0x00, 1, 2, 3, 4, 0x34, 0x12};
-    const std::vector<uint8_t> strip = hex("F0 0F AA");
-    head.frameData = strip;
-    head.areaCount = 0x102; // only the low byte goes into the file
-    const auto image = begin_program_image(head);
-    EXPECT_EQ(std::vector<uint8_t>(image.begin() + 19, image.end()),
-              hex("00  00 01 02 03 04 34 12  F0 0F AA  00  02"));
-}
-
 PictureAreaImage area_at(uint16_t x, uint16_t width, uint16_t height) {
     PictureAreaImage area;
     area.areaHeader = {0,

