@@ -2,6 +2,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <iomanip>
 #include <iostream>
 #include <string>
 #include <unistd.h>
@@ -171,8 +172,9 @@ int main(int argc, char **argv) {
         return 1;
     }
     const unsigned version = zel::sim::answer_version_for(config.controllerType);
-    std::cout << "zel-sim: controller type 0x" << std::hex << config.controllerType << std::dec
-              << " (" << (version == 7 ? "G6" : "G5") << ", header version " << version << ")\n";
+    std::cout << "zel-sim: controller type 0x" << std::hex << std::setw(4) << std::setfill('0')
+              << config.controllerType << std::dec << std::setfill(' ') << " ("
+              << (version == 7 ? "G6" : "G5") << ", header version " << version << ")\n";
     if (config.tcpPort >= 0)
         std::cout << "tcp: " << config.bindAddress << ":" << sim.tcp_port() << "\n";
     if (config.udpPort >= 0) std::cout << "udp broadcast: port " << sim.udp_port() << "\n";
