@@ -225,7 +225,7 @@ TEST_F(FilesTest, DirectoryListingInBlocksAndFileAttributes) {
     ZelDirectoryRecord record{};
     record.kindFilter = 0;
     ASSERT_EQ(zelDual_cmd_ofsReedDirBlock(kHost, port(), &record), 0);
-    EXPECT_EQ(record.count, 40);
+    EXPECT_EQ(+record.count, 40); // packed fields are read by value
     const auto got = received(kFiles);
     ASSERT_EQ(got.size(), 3u);
     EXPECT_EQ(got[0].code, 0x06);
@@ -240,8 +240,9 @@ TEST_F(FilesTest, DirectoryListingInBlocksAndFileAttributes) {
     EXPECT_EQ(std::vector<uint8_t>(entry.begin(), entry.end()),
               concat(hex("50303339 00 04010000"), {crc[0], crc[1], crc[2], crc[3]}));
     EXPECT_EQ(zelDual_cmd_getFileAttr(&record, 40, entry.data()), -1);
+    const uint8_t *block = record.entries;
     EXPECT_EQ(zelDual_cmd_ofs_freeDirBlock(&record), 0);
-    EXPECT_NE(record.entries, nullptr) << "the pointer keeps its value";
+    EXPECT_EQ(static_cast<const uint8_t *>(record.entries), block) << "the pointer keeps its value";
     EXPECT_EQ(zelDual_cmd_getFileAttr(&record, 0, entry.data()), -1) << "freed";
     EXPECT_EQ(zelDual_cmd_uart_ofsFreeDirBlock(&record), 0) << "a second free is harmless";
 
@@ -253,8 +254,8 @@ TEST_F(FilesTest, DirectoryListingInBlocksAndFileAttributes) {
     shortRecord.kindFilter = 0xFF;
     StdoutCapture out;
     EXPECT_EQ(zelDual_cmd_ofsReedDirBlock(kHost, port(), &shortRecord), 1);
-    EXPECT_EQ(shortRecord.count, 41);
-    ASSERT_NE(shortRecord.entries, nullptr);
+    EXPECT_EQ(+shortRecord.count, 41);
+    ASSERT_NE(static_cast<const uint8_t *>(shortRecord.entries), nullptr);
     EXPECT_EQ(zelDual_cmd_ofs_freeDirBlock(&shortRecord), 0);
 }
 
@@ -364,7 +365,7 @@ TEST_F(FilesSerialTest, SerialFormsReachTheSameFileSystem) {
     ZelDirectoryRecord record{};
     record.kindFilter = 0xFF;
     ASSERT_EQ(zelDual_cmd_uart_ofsReedDirBlock(tty(), 2, &record), 0);
-    EXPECT_EQ(record.count, 1);
+    EXPECT_EQ(+record.count, 1);
     std::array<uint8_t, 13> entry{};
     EXPECT_EQ(zelDual_cmd_getFileAttr(&record, 0, entry.data()), 0);
     EXPECT_EQ(slice({entry.begin(), entry.end()}, 0, 9), hex("50303030 00 01080000"));

@@ -29,30 +29,6 @@ std::span<const uint8_t> part(const std::vector<uint8_t> &v, std::size_t at, std
     return std::span<const uint8_t>(v).subspan(at, n);
 }
 
-TEST(SimFileSystem, FileLandsWhenTheLastBlockReachesItsEnd) {
-    SimFileSystem fs;
-    std::vector<SimFile> landed;
-    fs.on_file_landed([&](const SimFile &f) { landed.push_back(f); });
-    const auto image = program_image(2045); // 2049 bytes: blocks of 1024, 1024 and 1
-    const FileName name = file_name("P000");
-
-    EXPECT_EQ(fs.begin_write(FileSpace::Ofs, name, 0, 2049, 1, tail(image)), 0);
-    EXPECT_EQ(fs.write_block(FileSpace::Ofs, name, 0, 0, part(image, 0, 1024)), 0);
-    EXPECT_EQ(fs.transfer_status().bytesReceived, 1024u);
-    EXPECT_EQ(fs.write_block(FileSpace::Ofs, name, 0, 1024, part(image, 1024, 1024)), 0);
-    EXPECT_TRUE(landed.empty());
-    EXPECT_FALSE(fs.find(FileSpace::Ofs, name).has_value());
-    EXPECT_EQ(fs.write_block(FileSpace::Ofs, name, 1, 2048, part(image, 2048, 1)), 0);
-
-    ASSERT_EQ(landed.size(), 1u);
-    EXPECT_EQ(file_name_text(landed[0].name), "P000");
-    EXPECT_EQ(landed[0].type, 0);
-    EXPECT_EQ(landed[0].bytes, image);
-    EXPECT_EQ(fs.find(FileSpace::Ofs, name)->bytes, image);
-    EXPECT_FALSE(fs.find(FileSpace::Conf, name).has_value());
-    EXPECT_EQ(fs.used(), 2049u);
-}
-
 TEST(SimFileSystem, BlocksOutOfOrderOrWithTheWrongFlagAbortTheWrite) {
     SimFileSystem fs;
     const auto image = program_image(2044);
@@ -127,35 +103,14 @@ TEST(SimFileSystem, OverwriteSpaceAndEmptyFiles) {
     EXPECT_TRUE(fs.find(FileSpace::Conf, file_name("C001")).has_value());
 }
 
-TEST(SimFileSystem, DirectoryReadingDeletingAndFormat) {
+TEST(SimFileSystem, ReadingDeletingByShortNamesAndFormat) {
     SimFileSystem fs;
     const auto image = program_image(1500);
     for (const char *n : {"P000", "P001", "D000"}) {
-        const uint8_t type = n[0] == 'D' ? 9 : 0;
-        ASSERT_EQ(fs.begin_write(FileSpace::Ofs, file_name(n), type, 1504, 1, tail(image)), 0);
+        ASSERT_EQ(fs.begin_write(FileSpace::Ofs, file_name(n), 0, 1504, 1, tail(image)), 0);
         ASSERT_EQ(fs.write_block(FileSpace::Ofs, file_name(n), 1, 0, image), 0);
     }
     ASSERT_EQ(fs.begin_write(FileSpace::Conf, file_name("C000"), 1, 0, 1, 0), 0);
-
-    const auto all = fs.directory(kAllKinds);
-    ASSERT_EQ(all.size(), 3u);
-    const uint32_t crc = tail(image);
-    const std::array<uint8_t, 13> d000 = {'D',
-                                          '0',
-                                          '0',
-                                          '0',
-                                          9,
-                                          0xE0,
-                                          0x05,
-                                          0,
-                                          0,
-                                          static_cast<uint8_t>(crc),
-                                          static_cast<uint8_t>(crc >> 8),
-                                          static_cast<uint8_t>(crc >> 16),
-                                          static_cast<uint8_t>(crc >> 24)};
-    EXPECT_EQ(all[0], d000);
-    EXPECT_EQ(fs.directory(9).size(), 1u);
-    EXPECT_EQ(fs.directory(0).size(), 2u);
 
     const auto first = fs.read_block(FileSpace::Ofs, file_name("P000"), 0);
     ASSERT_TRUE(first.has_value());
@@ -175,25 +130,6 @@ TEST(SimFileSystem, DirectoryReadingDeletingAndFormat) {
     fs.format(FileSpace::Ofs);
     EXPECT_TRUE(fs.files(FileSpace::Ofs).empty());
     EXPECT_EQ(fs.files(FileSpace::Conf).size(), 1u);
-}
-
-TEST(SimFileSystem, TransferStatusFollowsStartEndAndWrites) {
-    SimFileSystem fs;
-    fs.start_transfer();
-    const auto image = program_image(96);
-    ASSERT_EQ(fs.begin_write(FileSpace::Ofs, file_name("P000"), 0, 100, 1, tail(image)), 0);
-    ASSERT_EQ(fs.write_block(FileSpace::Ofs, file_name("P000"), 0, 0, part(image, 0, 40)), 0);
-    TransferStatus s = fs.transfer_status();
-    EXPECT_EQ(s.transferring, 1);
-    EXPECT_EQ(s.filesLanded, 0u);
-    EXPECT_EQ(s.bytesReceived, 40u);
-    EXPECT_EQ(s.fileLength, 100u);
-    ASSERT_EQ(fs.write_block(FileSpace::Ofs, file_name("P000"), 1, 40, part(image, 40, 60)), 0);
-    fs.end_transfer();
-    s = fs.transfer_status();
-    EXPECT_EQ(s.transferring, 0);
-    EXPECT_EQ(s.filesLanded, 1u);
-    EXPECT_EQ(s.bytesReceived, 100u);
 }
 
 } // namespace
