@@ -5,11 +5,6 @@
 
 namespace zel {
 
-std::atomic<E_ScreenColor_G56> g_screenColor{kInitialScreenColor};
-std::atomic<uint32_t> g_tranPixelMode{kInitialTranPixelMode};
-std::atomic<uint32_t> g_doubleColor{kInitialDoubleColor};
-std::atomic<uint16_t> g_controllerType{kInitialControllerType};
-
 int32_t setScreenParams_G56(E_ScreenColor_G56 color, uint16_t controllerType,
                             uint32_t doubleColor) {
     // The double space before doubleColor and the "; \r\n" ending are part of the trace.

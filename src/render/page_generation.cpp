@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <iterator>
 
-#include "program/screen_settings.h"
+#include "sdk/screen_globals.h"
 #include "render/encode.h"
 #include "render/picture.h"
 #include "render/pictures_area.h"

@@ -186,25 +186,25 @@ ParsedRequest parse_request(const std::vector<uint8_t> &inner) {
     }
 }
 
-std::vector<uint8_t> answer_inner(const AnswerSpec &spec) {
-    std::vector<uint8_t> body = {0x01, spec.group, spec.code, 0x00, 0x00};
-    put_u16(body, spec.errorCode);
-    put_u16(body, static_cast<uint16_t>(spec.data.size()));
-    body.insert(body.end(), spec.data.begin(), spec.data.end());
+std::vector<uint8_t> answer_inner(const AnswerLayout &layout) {
+    std::vector<uint8_t> body = {0x01, layout.group, layout.code, 0x00, 0x00};
+    put_u16(body, layout.errorCode);
+    put_u16(body, static_cast<uint16_t>(layout.data.size()));
+    body.insert(body.end(), layout.data.begin(), layout.data.end());
     uint16_t crc = crc16(body.data(), body.size());
-    if (spec.badCrc) crc = static_cast<uint16_t>(crc ^ 0x5555);
+    if (layout.badCrc) crc = static_cast<uint16_t>(crc ^ 0x5555);
 
-    const bool g6 = spec.version == 7;
-    const bool padded = spec.padIndex >= 0 && spec.padIndex <= 255;
+    const bool g6 = layout.version == 7;
+    const bool padded = layout.padIndex >= 0 && layout.padIndex <= 255;
     std::vector<uint8_t> h;
     put_u16(h, 0x8000); // to the host
     put_u16(h, 0xFFFE);
-    h.push_back(spec.headerVersion >= 0 ? static_cast<uint8_t>(spec.headerVersion) : (g6 ? 7 : 5));
-    h.push_back(spec.echo);
-    put_u16(h, spec.deviceType);
+    h.push_back(layout.headerVersion >= 0 ? static_cast<uint8_t>(layout.headerVersion) : (g6 ? 7 : 5));
+    h.push_back(layout.echo);
+    put_u16(h, layout.deviceType);
     h.push_back(0);
-    h.push_back(g6 ? spec.capability : 0);
-    put_u16(h, spec.sequence);
+    h.push_back(g6 ? layout.capability : 0);
+    put_u16(h, layout.sequence);
     if (g6) {
         put_u16(h, 0x00FF);
     } else {
@@ -212,26 +212,26 @@ std::vector<uint8_t> answer_inner(const AnswerSpec &spec) {
         h.push_back(0x84);
     }
     h.push_back(padded ? kPadMarker : kNoPad);
-    h.push_back(padded ? static_cast<uint8_t>(spec.padIndex) : 0);
+    h.push_back(padded ? static_cast<uint8_t>(layout.padIndex) : 0);
     h.insert(h.end(), 6, 0);
     put_u16(h, static_cast<uint16_t>(body.size()));
     put_u16(h, crc);
     if (g6) h.push_back(0);
     uint8_t check = xor_of(h, h.size());
-    if (spec.badHeaderCheck) check = static_cast<uint8_t>(check ^ 0xFF);
+    if (layout.badHeaderCheck) check = static_cast<uint8_t>(check ^ 0xFF);
     h.push_back(check);
 
     if (padded) {
         for (std::size_t i = 0; i < body.size(); ++i) {
-            body[i] ^= pad_byte(static_cast<std::size_t>(spec.padIndex) + i % kPadPeriod);
+            body[i] ^= pad_byte(static_cast<std::size_t>(layout.padIndex) + i % kPadPeriod);
         }
     }
     h.insert(h.end(), body.begin(), body.end());
     return h;
 }
 
-std::vector<uint8_t> answer_frame(const AnswerSpec &spec) {
-    return escape(answer_inner(spec));
+std::vector<uint8_t> answer_frame(const AnswerLayout &layout) {
+    return escape(answer_inner(layout));
 }
 
 } // namespace zel::sim

@@ -46,7 +46,7 @@ struct ParsedRequest {
 ParsedRequest parse_request(const std::vector<uint8_t> &inner);
 
 // Everything an answer carries, and the ways it can be broken on purpose.
-struct AnswerSpec {
+struct AnswerLayout {
     uint8_t version = 5; // 5 or 7 decide the layout; headerVersion may overwrite the byte
     uint16_t deviceType = 0;
     uint8_t echo = 0;
@@ -62,7 +62,7 @@ struct AnswerSpec {
     bool badCrc = false;
 };
 // The unescaped answer packet, and the framed one.
-std::vector<uint8_t> answer_inner(const AnswerSpec &spec);
-std::vector<uint8_t> answer_frame(const AnswerSpec &spec);
+std::vector<uint8_t> answer_inner(const AnswerLayout &layout);
+std::vector<uint8_t> answer_frame(const AnswerLayout &layout);
 
 } // namespace zel::sim

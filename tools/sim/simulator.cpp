@@ -506,29 +506,29 @@ Reply Simulator::dispatch(const Request &request) {
 
 std::vector<uint8_t> Simulator::build_reply_frame(const Request &request, const Reply &reply,
                                                   const Faults &faults, bool faulty) const {
-    AnswerSpec spec;
-    spec.version = answer_version_for(m_config.controllerType);
-    spec.deviceType = m_config.controllerType;
-    spec.echo = m_config.echoByte;
-    spec.capability = m_config.capability;
-    spec.sequence = request.sequence;
+    AnswerLayout layout;
+    layout.version = answer_version_for(m_config.controllerType);
+    layout.deviceType = m_config.controllerType;
+    layout.echo = m_config.echoByte;
+    layout.capability = m_config.capability;
+    layout.sequence = request.sequence;
     if (reply.kind == Reply::Kind::Data) {
-        spec.group = request.group;
-        spec.code = static_cast<uint8_t>(request.code + 0x80);
-        spec.errorCode = reply.errorCode;
-        spec.data = reply.data;
+        layout.group = request.group;
+        layout.code = static_cast<uint8_t>(request.code + 0x80);
+        layout.errorCode = reply.errorCode;
+        layout.data = reply.data;
     } else {
-        spec.group = kGroupAck;
-        spec.code = reply.errorCode == 0 ? 0 : 1;
-        spec.errorCode = reply.errorCode;
+        layout.group = kGroupAck;
+        layout.code = reply.errorCode == 0 ? 0 : 1;
+        layout.errorCode = reply.errorCode;
     }
     if (faulty) {
-        spec.padIndex = faults.padIndex;
-        spec.headerVersion = faults.headerVersion;
-        spec.badHeaderCheck = faults.badHeaderCheck;
-        spec.badCrc = faults.badCrc;
+        layout.padIndex = faults.padIndex;
+        layout.headerVersion = faults.headerVersion;
+        layout.badHeaderCheck = faults.badHeaderCheck;
+        layout.badCrc = faults.badCrc;
     }
-    return answer_frame(spec);
+    return answer_frame(layout);
 }
 
 Simulator::Outcome Simulator::handle_frame(Session &session, const std::vector<uint8_t> &frame) {
