@@ -31,7 +31,7 @@ class ProgramObj : public ProgramObject {
     ProgramObj();
     ~ProgramObj() override;
 
-    // ---- The file image (Part of integration) ----
+    // ---- The file image, made by integrate() ----
     std::vector<uint8_t> fileData; // its size is fileLen
     std::array<char, 4> fileName{};
     uint8_t fileType = 0; // nothing writes another value
