@@ -1,26 +1,263 @@
-/* A first host program: start the library, compute the checks of a buffer, stop. */
+/*
+ * The road of a G5 program, as a host application walks it:
+ *
+ *   1. start the library and ping the controller, which tells its type;
+ *   2. set the screen: colours, controller type (it chooses the pixel format), plane order;
+ *   3. build the program: header, a text area with several pages, a picture area with a frame;
+ *   4. integrate it into one file image (everything is rendered now);
+ *   5. write the image to the controller's file system;
+ *   6. hand the image back, delete the program, stop the library.
+ *
+ * Usage: zel_demo ADDRESS PORT [PANEL_DIR]
+ * With PANEL_DIR (the --panel-out folder of zel-sim) it ends by naming the pictures of the
+ * panel that the simulator made of the program.
+ */
+#include <dirent.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 #include "zel_sdk_dual.h"
 
-int main(void) {
-    static const char text[] = "123456789";
-    ZelCrc16Record c16;
-    ZelCrc32Record c32;
+static const char *const kFont = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
-    if (zelDual_InitSdk() != 0) {
-        fprintf(stderr, "demo: the library did not start\n");
-        return 1;
+/* ---- A PNG writer in a few lines: stored (uncompressed) deflate blocks ---- */
+
+static void put32(FILE *f, uint32_t v) {
+    fputc((int)(v >> 24), f);
+    fputc((int)(v >> 16) & 0xFF, f);
+    fputc((int)(v >> 8) & 0xFF, f);
+    fputc((int)v & 0xFF, f);
+}
+
+/* One chunk: length, type, data, CRC-32 of type and data (the library computes it). */
+static void put_chunk(FILE *f, const char *type, const uint8_t *data, uint32_t length) {
+    uint8_t *both = malloc(4 + (size_t)length);
+    ZelCrc32Record crc;
+    memcpy(both, type, 4);
+    if (length > 0) memcpy(both + 4, data, length);
+    crc.data = both;
+    crc.length = 4 + length;
+    zelDual_get_crc32(&crc);
+    put32(f, length);
+    fwrite(both, 1, 4 + (size_t)length, f);
+    put32(f, crc.crc);
+    free(both);
+}
+
+/* Writes `width` x `height` RGB pixels (3 bytes each, rows from the top) as a PNG. */
+static int write_png(const char *path, int width, int height, const uint8_t *rgb) {
+    static const uint8_t signature[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    const size_t row = 1 + 3 * (size_t)width; /* filter byte 0, then the pixels */
+    const size_t raw_len = row * (size_t)height;
+    const size_t blocks = raw_len / 65535 + 1;
+    uint8_t *raw = malloc(raw_len), *z = malloc(2 + raw_len + 5 * blocks + 4), *p;
+    uint8_t ihdr[13];
+    uint32_t a = 1, b = 0;
+    size_t i, done;
+    FILE *f = fopen(path, "wb");
+    if (f == NULL || raw == NULL || z == NULL) {
+        if (f != NULL) fclose(f);
+        free(raw);
+        free(z);
+        return -1;
     }
-    c16.data = (const uint8_t *)text;
-    c16.length = (uint32_t)strlen(text);
-    c32.data = c16.data;
-    c32.length = c16.length;
-    zelDual_get_crc16(&c16);
-    zelDual_get_crc32(&c32);
-    printf("CRC-16/ARC of \"%s\": 0x%04X\n", text, c16.crc);
-    printf("CRC-32 of \"%s\": 0x%08X\n", text, c32.crc);
+    for (i = 0; i < (size_t)height; ++i) {
+        raw[i * row] = 0;
+        memcpy(raw + i * row + 1, rgb + i * 3 * (size_t)width, 3 * (size_t)width);
+    }
+    p = z;
+    *p++ = 0x78; /* zlib header: deflate, no preset dictionary */
+    *p++ = 0x01;
+    for (done = 0; done < raw_len || done == 0;) {
+        const size_t n = raw_len - done > 65535 ? 65535 : raw_len - done;
+        *p++ = done + n == raw_len ? 1 : 0; /* last block? stored */
+        *p++ = (uint8_t)(n & 0xFF);
+        *p++ = (uint8_t)(n >> 8);
+        *p++ = (uint8_t)(~n & 0xFF);
+        *p++ = (uint8_t)((~n >> 8) & 0xFF);
+        memcpy(p, raw + done, n);
+        p += n;
+        done += n;
+        if (n == 0) break;
+    }
+    for (i = 0; i < raw_len; ++i) { /* Adler-32 of the raw rows */
+        a = (a + raw[i]) % 65521;
+        b = (b + a) % 65521;
+    }
+    *p++ = (uint8_t)(b >> 8);
+    *p++ = (uint8_t)b;
+    *p++ = (uint8_t)(a >> 8);
+    *p++ = (uint8_t)a;
+
+    ihdr[0] = (uint8_t)(width >> 24); ihdr[1] = (uint8_t)(width >> 16);
+    ihdr[2] = (uint8_t)(width >> 8);  ihdr[3] = (uint8_t)width;
+    ihdr[4] = (uint8_t)(height >> 24); ihdr[5] = (uint8_t)(height >> 16);
+    ihdr[6] = (uint8_t)(height >> 8);  ihdr[7] = (uint8_t)height;
+    ihdr[8] = 8;  /* bits per sample */
+    ihdr[9] = 2;  /* RGB */
+    ihdr[10] = 0; ihdr[11] = 0; ihdr[12] = 0;
+    fwrite(signature, 1, sizeof signature, f);
+    put_chunk(f, "IHDR", ihdr, sizeof ihdr);
+    put_chunk(f, "IDAT", z, (uint32_t)(p - z));
+    put_chunk(f, "IEND", NULL, 0);
+    fclose(f);
+    free(raw);
+    free(z);
+    return 0;
+}
+
+/* The picture: four quarters in red, green, yellow and dark. The frame: a dashed red strip,
+ * 16 pixels long and 2 high (its height is the frame's thickness). */
+static int make_pictures(void) {
+    uint8_t picture[32 * 32 * 3], strip[16 * 2 * 3];
+    int x, y;
+    for (y = 0; y < 32; ++y) {
+        for (x = 0; x < 32; ++x) {
+            uint8_t *px = picture + 3 * (y * 32 + x);
+            const int quarter = (y >= 16) * 2 + (x >= 16);
+            px[0] = (quarter == 0 || quarter == 2) ? 255 : 0;
+            px[1] = (quarter == 1 || quarter == 2) ? 255 : 0;
+            px[2] = 0;
+        }
+    }
+    for (y = 0; y < 2; ++y) {
+        for (x = 0; x < 16; ++x) {
+            uint8_t *px = strip + 3 * (y * 16 + x);
+            px[0] = (x % 8) < 5 ? 255 : 0;
+            px[1] = 0;
+            px[2] = 0;
+        }
+    }
+    return write_png("demo-picture.png", 32, 32, picture) == 0 &&
+                   write_png("demo-frame.png", 16, 2, strip) == 0
+               ? 0
+               : -1;
+}
+
+static int by_name(const void *a, const void *b) {
+    return strcmp(*(const char *const *)a, *(const char *const *)b);
+}
+
+/* Names, in order, the files of `dir` that start with the program's file name. */
+static void list_panel_pictures(const char *dir, const char *name) {
+    char *names[256];
+    size_t count = 0, i;
+    struct dirent *entry;
+    DIR *d = opendir(dir);
+    if (d == NULL) {
+        printf("demo: no panel folder %s\n", dir);
+        return;
+    }
+    while ((entry = readdir(d)) != NULL && count < 256) {
+        if (strncmp(entry->d_name, name, 4) == 0) names[count++] = strdup(entry->d_name);
+    }
+    closedir(d);
+    qsort(names, count, sizeof names[0], by_name);
+    printf("demo: the simulator shows the program in %s:\n", dir);
+    for (i = 0; i < count; ++i) {
+        printf("  %s\n", names[i]);
+        free(names[i]);
+    }
+}
+
+static int fail(const char *what, int32_t result) {
+    printf("demo: %s failed with %d\n", what, (int)result);
+    zelDual_program_deleteProgram();
     zelDual_ReleaseSdk();
+    return 1;
+}
+
+int main(int argc, char **argv) {
+    const char *address = argc > 1 ? argv[1] : "127.0.0.1";
+    const uint16_t port = (uint16_t)(argc > 2 ? atoi(argv[2]) : 5005);
+    const char *panel_dir = argc > 3 ? argv[3] : NULL;
+    ZelPingRecord ping;
+    ZelProgramHeader_G5 header;
+    ZelAreaRecord_G5 text_area, picture_area;
+    ZelFrameHeader_G5 frame;
+    TextPageParams_G5 text_style, picture_page;
+    ZelProgramFile_G5 file;
+    char name[5] = {0};
+    int32_t r;
+
+    /* 1. Start, and ask the controller what it is. */
+    zelDual_InitSdk();
+    r = zelDual_cmd_tcpPing(address, port, &ping);
+    if (r != 0) return fail("ping", r);
+    printf("demo: controller type 0x%04X at %s:%u\n", ping.ControllerType, address, port);
+
+    /* 2. A two-colour screen (red and green, yellow where both light); the controller type
+     *    chooses how pixels are packed. Everything below is encoded for this screen. */
+    zelDual_program_setScreenParams_G56(2, ping.ControllerType, 1);
+
+    /* 3. The program. Its number 1 becomes the file name "P001". */
+    memset(&header, 0, sizeof header);
+    header.ProgramName = 1;
+    header.ProgramPlayTimes = 1;
+    header.ProgramWeek = 0xFF; /* every day */
+    header.ProgramLifeSpan_sy = 0xFFFF;
+    header.ProgramLifeSpan_ey = 0xFFFF;
+    r = zelDual_program_addProgram(&header);
+    if (r != 0) return fail("addProgram", r);
+
+    /* A text area of 96 x 32 at the left: four lines of 12-pixel text, two to a page. A line
+     * too long for the area would be broken at the character that no longer fits. */
+    text_area.AreaType = 0;
+    text_area.AreaX = 0;
+    text_area.AreaY = 0;
+    text_area.AreaWidth = 96;
+    text_area.AreaHeight = 32;
+    zelDual_program_AddArea(1, &text_area);
+    memset(&text_style, 0, sizeof text_style);
+    text_style.displayEffect = 1;
+    text_style.arrMode = 1;   /* several lines, broken into pages */
+    text_style.fontSize = 9; /* points: 12 pixels */
+    text_style.fontColor = 3; /* yellow */
+    text_style.horizontalAlign = 1;
+    text_style.verticalAlign = 1;
+    r = zelDual_program_fontPath_picturesAreaAddTxt(
+        1, "Car park\nLevel 2\n14 free\nExit left", kFont, &text_style);
+    if (r != 0) return fail("picturesAreaAddTxt", r);
+
+    /* A picture area of 32 x 32 at the right, with a frame of 2 pixels. */
+    if (make_pictures() != 0) return fail("writing the demo pictures", -1);
+    picture_area.AreaType = 0;
+    picture_area.AreaX = 96;
+    picture_area.AreaY = 0;
+    picture_area.AreaWidth = 32;
+    picture_area.AreaHeight = 32;
+    zelDual_program_AddArea(2, &picture_area);
+    memset(&picture_page, 0, sizeof picture_page);
+    picture_page.displayEffect = 1;
+    /* The path is kept, not copied: a string literal lives long enough. */
+    r = zelDual_program_pictureAreaAddPic(2, 0, &picture_page, "demo-picture.png");
+    if (r != 0) return fail("pictureAreaAddPic", r);
+    memset(&frame, 0, sizeof frame);
+    frame.frameMark = 1;
+    frame.frameParam1 = 1; /* the frame's settings are the controller's */
+    /* The frame takes 2 pixels on every side and breaks the area's text again: this area has
+     * none, which the library reports as "Error:no string has been added." */
+    r = zelDual_program_picturesAreaAddFrame(2, &frame, "demo-frame.png");
+    if (r != 0) return fail("picturesAreaAddFrame", r);
+
+    /* 4. One file image, closed by its CRC-32. */
+    memset(&file, 0, sizeof file);
+    r = zelDual_program_IntegrateProgramFile(&file);
+    if (r != 0) return fail("IntegrateProgramFile", r);
+    memcpy(name, file.fileName, 4);
+    printf("demo: program %s, %u bytes, CRC-32 0x%08X\n", name, (unsigned)file.fileLen,
+           (unsigned)file.fileCrc);
+
+    /* 5. Into the controller's file system, overwriting a file of that name. */
+    r = zelDual_cmd_ofsWriteFile(address, port, file.fileName, file.fileType, file.fileLen, 1,
+                                 file.fileData);
+    zelDual_program_freeBuffer(&file); /* 6. */
+    if (r != 0) return fail("ofsWriteFile", r);
+    printf("demo: %s written\n", name);
+
+    zelDual_program_deleteProgram();
+    zelDual_ReleaseSdk();
+    if (panel_dir != NULL) list_panel_pictures(panel_dir, name);
     return 0;
 }

@@ -157,6 +157,57 @@ ZEL_STATIC_ASSERT(sizeof(OnePageResult) == 14, "OnePageResult is 14 bytes");
 
 /* ==== Records of G5 programs ============================================================ */
 
+/** The 19-byte header of a G5 program (zelDual_program_addProgram). The library reads only
+ *  ProgramName and PlayPeriodFlag; the other fields go to the controller as they are. */
+typedef struct ZelProgramHeader_G5 {
+    uint8_t FileType;            /* offset 0: file type byte of the program file */
+    uint32_t ProgramName;        /* offset 1: in: the program number; out: the four ASCII
+                                    characters of the file name ("P007", "1234", "-100") */
+    uint8_t ProgramStyle;        /* offset 5 */
+    uint8_t PlayPeriodFlag;      /* offset 6: set by zelDual_program_addPlayPeriodGrp */
+    uint8_t ProgramPlayTimes;    /* offset 7 */
+    uint16_t ProgramTimeSpan;    /* offset 8 */
+    uint8_t ProgramWeek;         /* offset 10: bit mask of days */
+    uint16_t ProgramLifeSpan_sy; /* offset 11: start year */
+    uint8_t ProgramLifeSpan_sm;  /* offset 13 */
+    uint8_t ProgramLifeSpan_sd;  /* offset 14 */
+    uint16_t ProgramLifeSpan_ey; /* offset 15: end year */
+    uint8_t ProgramLifeSpan_em;  /* offset 17 */
+    uint8_t ProgramLifeSpan_ed;  /* offset 18 */
+} ZelProgramHeader_G5;
+ZEL_STATIC_ASSERT(sizeof(ZelProgramHeader_G5) == 19, "ZelProgramHeader_G5 is 19 bytes");
+
+/** Where an area stands on the screen and what it holds (zelDual_program_AddArea). */
+typedef struct ZelAreaRecord_G5 {
+    uint8_t AreaType;    /* offset 0: 0 text and pictures, 2 clock */
+    uint16_t AreaX;      /* offset 1: left edge, pixels */
+    uint16_t AreaY;      /* offset 3: top edge, pixels */
+    uint16_t AreaWidth;  /* offset 5 */
+    uint16_t AreaHeight; /* offset 7 */
+} ZelAreaRecord_G5;
+ZEL_STATIC_ASSERT(sizeof(ZelAreaRecord_G5) == 9, "ZelAreaRecord_G5 is 9 bytes");
+
+/** Up to eight play periods of 6 bytes, for the controller (zelDual_program_addPlayPeriodGrp).
+ *  The file carries the first `count` periods but not the count. */
+typedef struct ZelPlayPeriods_G5 {
+    uint8_t count;          /* offset 0: periods in use, at most 8; 0 switches them off */
+    uint8_t periods[8][6];  /* offset 1 */
+} ZelPlayPeriods_G5;
+ZEL_STATIC_ASSERT(sizeof(ZelPlayPeriods_G5) == 49, "ZelPlayPeriods_G5 is 49 bytes");
+
+/** Settings of an area frame or a program frame, for the controller. The frame's thickness is
+ *  the height of its PNG strip and nothing else. */
+typedef struct ZelFrameHeader_G5 {
+    uint8_t frameMark;    /* offset 0: an area frame always writes 1; a program frame writes
+                             this byte as it is, 0 included */
+    uint8_t frameParam1;  /* offset 1 */
+    uint8_t frameParam2;  /* offset 2 */
+    uint8_t frameParam3;  /* offset 3 */
+    uint8_t frameParam4;  /* offset 4 */
+    uint16_t frameParam5; /* offset 5 */
+} ZelFrameHeader_G5;
+ZEL_STATIC_ASSERT(sizeof(ZelFrameHeader_G5) == 7, "ZelFrameHeader_G5 is 7 bytes");
+
 #pragma pack(pop)
 
 /* ==== SDK frame ========================================================================= */
@@ -477,6 +528,101 @@ ZEL_API int32_t zelDual_program_setScreenParams_G56(E_ScreenColor_G56 color,
 
 
 /* ==== G5 programs ======================================================================= */
+
+/*
+ * A G5 program is built by a series of calls on the one program under construction (no
+ * handle): addProgram, AddArea, the content entries, integrate, write the image with
+ * zelDual_cmd_ofsWriteFile, zelDual_program_freeBuffer, zelDual_program_deleteProgram. The
+ * thread that makes the program owns it until deleteProgram; another thread's program call
+ * waits until then. Content entries only record; everything is rendered at integration, with
+ * the screen settings of that moment, except frames, which are encoded when they are added.
+ * Each entry returns -1 when the current program is a G6 program, when an argument it must
+ * read is null, and (content entries) when the area does not exist or is not a text and
+ * picture area. Picture paths are kept as the caller's pointers until integration.
+ */
+
+/** Starts the program: applies the file name rule to header->ProgramName ("P00n", "P0nn",
+ *  "Pnnn" below 1000, the number alone from 1000 to 9999, and the negative numbers -100 to
+ *  -999 as they print), writes the four characters back into the caller's header and keeps
+ *  it. 0; -1 when the name is not four characters (the program is unchanged). */
+ZEL_API int32_t zelDual_program_addProgram(ZelProgramHeader_G5 *header);
+/** Replaces the header; the same rule and results. Areas, frame and periods stay. */
+ZEL_API int32_t zelDual_program_changeProgramParams(ZelProgramHeader_G5 *header);
+/** Keeps the play periods and sets PlayPeriodFlag to 1; a count of 0 switches them off (flag
+ *  0) and keeps the periods given before. 0. */
+ZEL_API int32_t zelDual_program_addPlayPeriodGrp(const ZelPlayPeriods_G5 *periods);
+/** Adds an area at the end of the program. An area with the same id is replaced (the new one
+ *  goes to the end) and the file's area count still rises: the controllers expect a count one
+ *  above the areas after each replacement. 0; -1 for a type other than 0 (and 2, clocks, once
+ *  the library offers them). */
+ZEL_API int32_t zelDual_program_AddArea(uint16_t areaID, const ZelAreaRecord_G5 *area);
+/** Deletes an area; 0xFFFF deletes all of them (unless an area has that id). Always 0. */
+ZEL_API int32_t zelDual_program_deleteArea(uint16_t areaID);
+/** Moves and resizes an area (the low 16 bits of each value) and breaks its text again. 0; 29
+ *  with "Error:Wrong areaID.This area does not exist.
+" when the area does not exist. */
+ZEL_API int32_t zelDual_program_MoveArea(uint16_t areaID, uint32_t x, uint32_t y, int32_t width,
+                                         int32_t height);
+/** Gives the program a frame, replacing any: the header and the PNG strip at `pngPath`,
+ *  encoded now. An unreadable PNG prints "Error:Can't find frame png.
+" and leaves no frame.
+ *  Always 0 (but for the failures above). */
+ZEL_API int32_t zelDual_program_addFrame(const ZelFrameHeader_G5 *frame, const char *pngPath);
+/** The same function as zelDual_program_addFrame. */
+ZEL_API int32_t zelDual_program_changeFrame(const ZelFrameHeader_G5 *frame, const char *pngPath);
+/** Removes the program frame. 0. */
+ZEL_API int32_t zelDual_program_removeFrame(void);
+
+/** Sets the text of a text and picture area with a font family name (GBK), its style and page
+ *  header, and breaks it into lines and pages. 0. */
+ZEL_API int32_t zelDual_program_picturesAreaAddTxt(uint16_t areaID, const char *text,
+                                                   const char *fontName,
+                                                   const TextPageParams_G5 *params);
+/** The same with a font file path (GBK), opened with FreeType. 0. */
+ZEL_API int32_t zelDual_program_fontPath_picturesAreaAddTxt(uint16_t areaID, const char *text,
+                                                            const char *fontPath,
+                                                            const TextPageParams_G5 *params);
+/** Replaces text, style and page header and keeps the font. 0. */
+ZEL_API int32_t zelDual_program_picturesAreaChangeTxt(uint16_t areaID, const char *text,
+                                                      const TextPageParams_G5 *params);
+/** The same function as zelDual_program_picturesAreaChangeTxt. */
+ZEL_API int32_t zelDual_program_fontPath_picturesAreaChangeTxt(uint16_t areaID, const char *text,
+                                                               const TextPageParams_G5 *params);
+/** Adds the PNG at `path` to the area's pictures, which play after its text. `picID` is a
+ *  place in the play list: the picture goes in front of the one there, or at the end. Only the
+ *  first nine bytes of `params` are read. The pointer `path` is kept: the string must live
+ *  until integration. -1 with "Error:The picture file :<path> does not exist.ID:" (no line
+ *  end) when the file cannot be opened. */
+ZEL_API int32_t zelDual_program_pictureAreaAddPic(uint16_t areaID, uint16_t picID,
+                                                  const TextPageParams_G5 *params,
+                                                  const char *path);
+/** Gives the area a frame: the settings and the PNG strip at `pngPath`, encoded now. The area
+ *  gives up the strip's height on every side and its text is broken again. An area that has a
+ *  frame keeps it (remove it first). An unreadable PNG prints "Error:Can't find frame png.
+"
+ *  and leaves no frame. 0; -1 when the area does not exist. */
+ZEL_API int32_t zelDual_program_picturesAreaAddFrame(uint16_t areaID,
+                                                     const ZelFrameHeader_G5 *frame,
+                                                     const char *pngPath);
+/** Removes an area's frame and gives the area its full size back. Always 0. */
+ZEL_API int32_t zelDual_program_pictureAreaRemoveFrame(uint16_t areaID);
+/** Paints page `pageNum` of the area as a PNG for a preview: `result` gets the page count, the
+ *  PNG's length and a pointer to it, which the area owns until its next preview. In an area
+ *  with pictures, the number counts pictures. 0, or -1 with a console line. */
+ZEL_API int32_t zelDual_program_pictureAreaGetOnePage(uint16_t areaID, uint32_t pageNum,
+                                                      OnePageResult *result);
+/** Renders every area with the current screen settings and builds the program file: header,
+ *  play periods, frame, areas, CRC-32. Fills `file` with the name, type 0, length, a heap copy
+ *  of the image (give it back with zelDual_program_freeBuffer) and the CRC. Also writes the
+ *  image to "dataFantx.bin" in the working directory. 0; -1 when a page is too large for the
+ *  controller's bit planes. */
+ZEL_API int32_t zelDual_program_IntegrateProgramFile(ZelProgramFile_G5 *file);
+/** Sends a fixed test program to a controller: sets a two-colour screen (mode 0, doubleColor
+ *  2), makes "P000" with an empty area 0 at x 943, 80 x 80, in the current program, integrates
+ *  it and writes it with overwrite 1. `reserved` is not read. The result of the connection or
+ *  of the write. The program stays current and the screen settings stay as set. */
+ZEL_API int32_t zelDual_program_pictureArea(const void *reserved, const char *address,
+                                            uint16_t port);
 
 #ifdef __cplusplus
 }

@@ -1,9 +1,63 @@
 // Exported entries of the program family.
 #include "zel_sdk_dual.h"
 
+#include <cstdio>
+#include <cstring>
+
+#include "program/program_obj.h"
+#include "program/screen_settings.h"
+#include "render/page_records.h"
+#include "render/pictures_area.h"
+#include "sdk/console.h"
+#include "sdk/guard.h"
 #include "sdk/host_buffer.h"
 
 using namespace zel;
+
+namespace {
+
+const uint8_t *bytes_of(const void *record) {
+    return static_cast<const uint8_t *>(record);
+}
+
+// The picture area `areaID` of the current G5 program, or null.
+PicturesArea *pictures_area(uint16_t areaID) {
+    ProgramObj *program = current_program_g5();
+    return program == nullptr ? nullptr : program->findPicturesArea(areaID);
+}
+
+int32_t set_header(ZelProgramHeader_G5 *header) {
+    if (header == nullptr) return -1;
+    ProgramObj *program = current_program_g5();
+    if (program == nullptr) return -1;
+    return program->setHeader(reinterpret_cast<uint8_t *>(header));
+}
+
+TextPageParams text_params(const TextPageParams_G5 *params) {
+    return unpack_text_page_params_g5({bytes_of(params), kTextPageParamsG5Size});
+}
+
+int32_t change_text(uint16_t areaID, const char *text, const TextPageParams_G5 *params) {
+    return guarded(-1, [&] {
+        if (text == nullptr || params == nullptr) return -1;
+        PicturesArea *area = pictures_area(areaID);
+        if (area == nullptr) return -1;
+        const TextPageParams p = text_params(params);
+        area->changeText(text, p.style, p.display);
+        return 0;
+    });
+}
+
+// The program that zelDual_program_pictureArea sends: P000, played once, every day, for ever.
+constexpr uint8_t kTestProgramHeader[kProgramHeaderSize] = {
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00,
+    0xFF, 0xFF, 0xFF, 0x12, 0x12, 0xFF, 0xFF, 0x12, 0x12};
+// Area 0, type 0, at x 943, y 0, 80 x 80.
+constexpr uint8_t kTestProgramArea[kAreaRecordSize] = {0x00, 0xAF, 0x03, 0x00, 0x00,
+                                                       0x50, 0x00, 0x50, 0x00};
+constexpr uint8_t kOverwrite = 1;
+
+} // namespace
 
 extern "C" {
 
@@ -27,6 +81,160 @@ ZEL_API int32_t zelDual_program_freeBuffer_G6(ZelProgramFile_G6 *file) {
         file->programFileData = program;
     }
     return 0;
+}
+
+ZEL_API int32_t zelDual_program_addProgram(ZelProgramHeader_G5 *header) {
+    return guarded(-1, [&] { return set_header(header); });
+}
+
+ZEL_API int32_t zelDual_program_changeProgramParams(ZelProgramHeader_G5 *header) {
+    return guarded(-1, [&] { return set_header(header); });
+}
+
+ZEL_API int32_t zelDual_program_addPlayPeriodGrp(const ZelPlayPeriods_G5 *periods) {
+    return guarded(-1, [&] {
+        ProgramObj *program = current_program_g5();
+        if (program == nullptr || periods == nullptr) return -1;
+        program->addPlayPeriodGrp(bytes_of(periods));
+        return 0;
+    });
+}
+
+ZEL_API int32_t zelDual_program_AddArea(uint16_t areaID, const ZelAreaRecord_G5 *area) {
+    return guarded(-1, [&] {
+        ProgramObj *program = current_program_g5();
+        if (program == nullptr || area == nullptr) return -1;
+        return program->addArea(areaID, bytes_of(area));
+    });
+}
+
+ZEL_API int32_t zelDual_program_deleteArea(uint16_t areaID) {
+    return guarded(-1, [&] {
+        ProgramObj *program = current_program_g5();
+        if (program == nullptr) return -1;
+        program->deleteArea(areaID);
+        return 0;
+    });
+}
+
+ZEL_API int32_t zelDual_program_MoveArea(uint16_t areaID, uint32_t x, uint32_t y, int32_t width,
+                                         int32_t height) {
+    return guarded(-1, [&] {
+        ProgramObj *program = current_program_g5();
+        if (program == nullptr) return -1;
+        return program->moveArea(areaID, x, y, width, height);
+    });
+}
+
+ZEL_API int32_t zelDual_program_picturesAreaAddTxt(uint16_t areaID, const char *text,
+                                                   const char *fontName,
+                                                   const TextPageParams_G5 *params) {
+    return guarded(-1, [&] {
+        if (text == nullptr || params == nullptr) return -1;
+        PicturesArea *area = pictures_area(areaID);
+        if (area == nullptr) return -1;
+        const TextPageParams p = text_params(params);
+        area->addText(text, fontName == nullptr ? "" : fontName, p.style, p.display);
+        return 0;
+    });
+}
+
+ZEL_API int32_t zelDual_program_fontPath_picturesAreaAddTxt(uint16_t areaID, const char *text,
+                                                            const char *fontPath,
+                                                            const TextPageParams_G5 *params) {
+    return guarded(-1, [&] {
+        if (text == nullptr || params == nullptr) return -1;
+        PicturesArea *area = pictures_area(areaID);
+        if (area == nullptr) return -1;
+        const TextPageParams p = text_params(params);
+        area->addTextByPath(text, fontPath == nullptr ? "" : fontPath, p.style, p.display);
+        return 0;
+    });
+}
+
+ZEL_API int32_t zelDual_program_picturesAreaChangeTxt(uint16_t areaID, const char *text,
+                                                      const TextPageParams_G5 *params) {
+    return change_text(areaID, text, params);
+}
+
+ZEL_API int32_t zelDual_program_fontPath_picturesAreaChangeTxt(uint16_t areaID, const char *text,
+                                                               const TextPageParams_G5 *params) {
+    return change_text(areaID, text, params);
+}
+
+ZEL_API int32_t zelDual_program_pictureAreaAddPic(uint16_t areaID, uint16_t picID,
+                                                  const TextPageParams_G5 *params,
+                                                  const char *path) {
+    return guarded(-1, [&] {
+        if (params == nullptr || path == nullptr) return -1;
+        FILE *test = std::fopen(path, "r");
+        if (test == nullptr) {
+            console_printf("Error:The picture file :%s does not exist.ID:", path);
+            return -1;
+        }
+        if (std::fclose(test) != 0) {
+            console_printf("The file 'crt_fopen' was not closed\n");
+        }
+        PicturesArea *area = pictures_area(areaID);
+        if (area == nullptr) return -1;
+        area->addPicture(
+            picID, path,
+            unpack_picture_page_params_g5({bytes_of(params), kPicturePageParamsG5Size}));
+        return 0;
+    });
+}
+
+ZEL_API int32_t zelDual_program_pictureAreaGetOnePage(uint16_t areaID, uint32_t pageNum,
+                                                      OnePageResult *result) {
+    return guarded(-1, [&] {
+        if (result == nullptr) return -1;
+        std::memset(result, 0, sizeof *result);
+        PicturesArea *area = pictures_area(areaID);
+        if (area == nullptr) return -1;
+        uint32_t length = 0;
+        uint16_t count = 0;
+        const int32_t r = area->getOnePage(pageNum, &length, &count);
+        result->pageCount = count;
+        result->pngLength = length;
+        result->pngData = area->pngData; // on failure too
+        return r;
+    });
+}
+
+ZEL_API int32_t zelDual_program_IntegrateProgramFile(ZelProgramFile_G5 *file) {
+    return guarded(-1, [&] {
+        ProgramObj *program = current_program_g5();
+        if (program == nullptr || file == nullptr) return -1;
+        program->integrate();
+        uint8_t *copy = host_copy(program->fileData.data(), program->fileData.size());
+        if (copy == nullptr) return -1;
+        std::memcpy(file->fileName, program->fileName.data(), 4);
+        file->fileType = program->fileType;
+        file->fileLen = static_cast<uint32_t>(program->fileData.size());
+        file->fileData = copy;
+        file->fileCrc = program->fileCrc;
+        return 0;
+    });
+}
+
+ZEL_API int32_t zelDual_program_pictureArea(const void * /*reserved*/, const char *address,
+                                            uint16_t port) {
+    return guarded(-1, [&] {
+        g_screenColor.store(kScreenTwoColors, std::memory_order_relaxed);
+        g_tranPixelMode.store(kTranPixelBits8, std::memory_order_relaxed);
+        g_doubleColor.store(2, std::memory_order_relaxed);
+        ProgramObj *program = current_program_g5();
+        if (program == nullptr || address == nullptr) return -1;
+        uint8_t header[kProgramHeaderSize];
+        std::memcpy(header, kTestProgramHeader, sizeof header);
+        program->setHeader(header);
+        program->addArea(0, kTestProgramArea);
+        program->integrate();
+        // One connection with its probe, then the write: what zelDual_cmd_ofsWriteFile does.
+        return zelDual_cmd_ofsWriteFile(address, port, program->fileName.data(), program->fileType,
+                                        static_cast<uint32_t>(program->fileData.size()), kOverwrite,
+                                        program->fileData.data());
+    });
 }
 
 } // extern "C"

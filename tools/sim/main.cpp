@@ -7,6 +7,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "sim/panel_hook.h"
 #include "sim/simulator.h"
 
 namespace {
@@ -76,6 +77,7 @@ int main(int argc, char **argv) {
     config.atPort = 13769;
     config.serial = true;
     bool quiet = false;
+    zel::sim::PanelOptions panel;
 
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
@@ -88,8 +90,14 @@ int main(int argc, char **argv) {
         };
         auto &f = config.faults;
         if (arg == "--help" || arg == "-h") {
-            std::cout << kUsage;
+            std::cout << kUsage << "\n" << zel::sim::kPanelUsage;
             return 0;
+        } else if (zel::sim::is_panel_option(arg)) {
+            std::string error;
+            if (!zel::sim::parse_panel_option(arg, value(), panel, error)) {
+                std::cerr << "zel-sim: " << error << "\n";
+                return 2;
+            }
         } else if (arg == "--type") {
             config.controllerType = static_cast<uint16_t>(parse_number(value(), "--type"));
         } else if (arg == "--echo") {
@@ -148,8 +156,15 @@ int main(int argc, char **argv) {
         }
     }
 
+    if (!panel.folder.empty() && panel.width == 0) {
+        std::cerr << "zel-sim: --panel-out needs --screen WxH\n";
+        return 2;
+    }
+
     zel::sim::Simulator sim(config);
     if (!quiet) sim.set_trace(&std::cout);
+    panel.log = &std::cout;
+    zel::sim::install_panel_output(sim, panel);
     try {
         sim.start();
     } catch (const std::exception &e) {
@@ -165,6 +180,7 @@ int main(int argc, char **argv) {
     if (config.udpPort >= 0) std::cout << "udp broadcast: port " << sim.udp_port() << "\n";
     if (config.atPort >= 0) std::cout << "wifi module (AT): port " << sim.at_port() << "\n";
     if (config.serial) std::cout << "serial line: " << sim.serial_path() << "\n";
+    if (!panel.folder.empty()) std::cout << "panel: " << panel.folder << "\n";
     std::cout << std::flush;
 
     struct sigaction sa {};

@@ -1,0 +1,43 @@
+// The simulator's eyes: every G5 program file that lands in its file system is read and shown
+// as the panel would show it (see panel_png.h), in a folder given on the command line.
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+
+#include "panel_png.h"
+
+namespace zel::sim {
+
+class Simulator;
+
+// What the simulator shows of the programs it receives.
+struct PanelOptions {
+    std::string folder; // empty: nothing is written
+    uint32_t width = 0; // the screen, in pixels
+    uint32_t height = 0;
+    int32_t colorMode = 1;       // 1, 2, 3 single colours, 4 full colour
+    int32_t doubleColor = 1;     // plane order of a two-colour screen
+    std::ostream *log = nullptr; // one line per file read, or null
+};
+
+// The screen mode for a controller type: its pixel transfer mode comes from the library's
+// table of controller types (mode 0 for an unknown code, as the library falls back to).
+ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType);
+
+// The panel options of the zel-sim command line, each followed by its value: --screen WxH,
+// --color N, --double-color N, --panel-out DIR.
+bool is_panel_option(const std::string &name);
+// Reads one of them. False, with `error` saying why, when the value makes no sense.
+bool parse_panel_option(const std::string &name, const std::string &value, PanelOptions &options,
+                        std::string &error);
+// The lines of the usage text that tell the panel options.
+extern const char *const kPanelUsage;
+
+// From now on, every file that lands in the ordinary file space of a simulated G5 controller is
+// read as a program and shown in options.folder (created if missing), as write_panel does.
+// Uses the simulator's file-landed hook.
+void install_panel_output(Simulator &sim, PanelOptions options);
+
+} // namespace zel::sim

@@ -1,0 +1,44 @@
+// What a panel would show of a G5 program file: one PNG per area and page, each a canvas of
+// the screen's size with the page at its area's place, one PNG of every area's first page
+// together, and a JSON summary of the file.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "program_decoder.h"
+
+namespace zel::sim {
+
+struct PanelReport {
+    bool decoded = false;
+    std::vector<std::string> pngs; // paths written, in order
+    std::string jsonPath;
+    std::string json;
+};
+
+// Paints one area page (with its frame strip, tiled along the four edges of the area) onto a
+// canvas. Pixels outside the canvas are dropped.
+void paint_area_page(Rgb &canvas, const ScreenMode &mode, const DecodedArea &area,
+                     std::size_t page);
+
+// Decodes `file` (named `name` on the controller) and writes into `folder`:
+//   <name>-area<a>-page<p>.png  every page of every picture area,
+//   <name>-panel.png            the first page of every area together,
+//   <name>.json                 the summary; for a file that cannot be read, the error and the
+//                               offset where the file stopped making sense.
+// The folder must exist. Files that cannot be written are left out of the report.
+PanelReport write_panel(const std::string &folder, const std::string &name,
+                        std::span<const uint8_t> file, const ScreenMode &mode);
+
+// The summary alone.
+std::string panel_json(const std::string &name, std::span<const uint8_t> file,
+                       const ScreenMode &mode, const DecodeResult &decoded,
+                       const std::vector<std::string> &pngs);
+
+// Writes an image as an 8-bit RGB PNG. False if the file could not be written.
+bool write_png(const std::string &path, const Rgb &image);
+
+} // namespace zel::sim
