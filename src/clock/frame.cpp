@@ -5,6 +5,7 @@
 #include "program/program_obj.h"
 #include "program/screen_settings.h"
 #include "render/encode.h"
+#include "render/screen_format.h"
 #include "sdk/console.h"
 
 namespace zel {
@@ -50,12 +51,8 @@ void encode_program_strip(ProgramObj &program) {
 
 std::vector<uint8_t> encode_frame_strip(const PicturesAreaFrame &strip, const TKarea &area) {
     std::vector<uint8_t> out;
-    const PixelFormat format{static_cast<int32_t>(g_screenColor.load(std::memory_order_relaxed)),
-                             g_tranPixelMode.load(std::memory_order_relaxed),
-                             static_cast<int32_t>(g_doubleColor.load(std::memory_order_relaxed))};
-    const GammaTables gamma{area.gammaRed, area.gammaGreen, area.gammaBlue};
-    encodePixels(strip_pixels(strip), out, 0, static_cast<uint32_t>(strip.frameLength),
-                 static_cast<uint32_t>(strip.frameThickness), format, gamma);
+    encode_for_screen(area, strip_pixels(strip), out, 0, static_cast<uint32_t>(strip.frameLength),
+                      static_cast<uint32_t>(strip.frameThickness));
     return out;
 }
 

@@ -2,10 +2,10 @@
 #include <cstdio>
 #include <iterator>
 
-#include "sdk/screen_globals.h"
 #include "render/encode.h"
 #include "render/picture.h"
 #include "render/pictures_area.h"
+#include "render/screen_format.h"
 #include "sdk/console.h"
 
 namespace zel {
@@ -153,8 +153,7 @@ void PicturesArea::renderPages(PageCanvas &canvas) {
     }
     pageCount = static_cast<uint32_t>(pageBitmaps.size());
 
-    const PixelFormat format{static_cast<int32_t>(g_screenColor.load()), g_tranPixelMode.load(),
-                             static_cast<int32_t>(g_doubleColor.load())};
+    const PixelFormat format = screen_pixel_format();
     const GammaTables gamma = area_gamma(*this);
     for (const PageBitmap &bitmap : pageBitmaps) {
         std::vector<uint8_t> out;

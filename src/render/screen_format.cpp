@@ -1,6 +1,6 @@
-#include "program/pixel_format.h"
+#include "render/screen_format.h"
 
-#include "program/screen_settings.h"
+#include "sdk/screen_globals.h"
 #include "render/area.h"
 
 namespace zel {

@@ -1,4 +1,4 @@
-#include "program/pixel_format.h"
+#include "render/screen_format.h"
 
 #include "program/screen_settings.h"
 #include "render/area.h"
