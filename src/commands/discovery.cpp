@@ -242,22 +242,25 @@ int32_t uart_search_controller(uint8_t *record, const char *portName) {
     return result;
 }
 
-int32_t udp_network_search(uint8_t *out, uint16_t capacity) {
+namespace {
+
+int32_t udp_search_with(uint8_t code, uint8_t *out, uint16_t capacity) {
     TK_Broadcast udp;
     const int32_t result = udp.init();
     if (result != 0) {
         return result;
     }
-    return cmd_network_search(udp, kCodeNetSearch, out, capacity);
+    return cmd_network_search(udp, code, out, capacity);
+}
+
+} // namespace
+
+int32_t udp_network_search(uint8_t *out, uint16_t capacity) {
+    return udp_search_with(kCodeNetSearch, out, capacity);
 }
 
 int32_t udp_network_search_6g(uint8_t *out, uint16_t capacity) {
-    TK_Broadcast udp;
-    const int32_t result = udp.init();
-    if (result != 0) {
-        return result;
-    }
-    return cmd_network_search(udp, kCodeNetSearch6G, out, capacity);
+    return udp_search_with(kCodeNetSearch6G, out, capacity);
 }
 
 int32_t tcp_network_search_6g(const char *address, uint16_t port, uint8_t *out, uint16_t capacity) {

@@ -37,6 +37,26 @@ TextPageParams text_params(const TextPageParams_G5 *params) {
     return unpack_text_page_params_g5({bytes_of(params), kTextPageParamsG5Size});
 }
 
+enum class FontBy { Name, File };
+
+// The two text entries differ only in how the font is named.
+int32_t add_text(uint16_t areaID, const char *text, const char *font,
+                 const TextPageParams_G5 *params, FontBy by) {
+    return guarded(-1, [&] {
+        if (text == nullptr || params == nullptr) return -1;
+        PicturesArea *area = pictures_area(areaID);
+        if (area == nullptr) return -1;
+        const TextPageParams p = text_params(params);
+        const char *named = font == nullptr ? "" : font;
+        if (by == FontBy::Name) {
+            area->addText(text, named, p.style, p.display);
+        } else {
+            area->addTextByPath(text, named, p.style, p.display);
+        }
+        return 0;
+    });
+}
+
 int32_t change_text(uint16_t areaID, const char *text, const TextPageParams_G5 *params) {
     return guarded(-1, [&] {
         if (text == nullptr || params == nullptr) return -1;
@@ -129,27 +149,13 @@ ZEL_API int32_t zelDual_program_MoveArea(uint16_t areaID, uint32_t x, uint32_t y
 ZEL_API int32_t zelDual_program_picturesAreaAddTxt(uint16_t areaID, const char *text,
                                                    const char *fontName,
                                                    const TextPageParams_G5 *params) {
-    return guarded(-1, [&] {
-        if (text == nullptr || params == nullptr) return -1;
-        PicturesArea *area = pictures_area(areaID);
-        if (area == nullptr) return -1;
-        const TextPageParams p = text_params(params);
-        area->addText(text, fontName == nullptr ? "" : fontName, p.style, p.display);
-        return 0;
-    });
+    return add_text(areaID, text, fontName, params, FontBy::Name);
 }
 
 ZEL_API int32_t zelDual_program_fontPath_picturesAreaAddTxt(uint16_t areaID, const char *text,
                                                             const char *fontPath,
                                                             const TextPageParams_G5 *params) {
-    return guarded(-1, [&] {
-        if (text == nullptr || params == nullptr) return -1;
-        PicturesArea *area = pictures_area(areaID);
-        if (area == nullptr) return -1;
-        const TextPageParams p = text_params(params);
-        area->addTextByPath(text, fontPath == nullptr ? "" : fontPath, p.style, p.display);
-        return 0;
-    });
+    return add_text(areaID, text, fontPath, params, FontBy::File);
 }
 
 ZEL_API int32_t zelDual_program_picturesAreaChangeTxt(uint16_t areaID, const char *text,
