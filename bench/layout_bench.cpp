@@ -67,9 +67,7 @@ void BM_RenderThreePages(benchmark::State &state) {
         return;
     }
     zel::PicturesArea area;
-    zel::ByteWriter header;
-    header.u8(0).u16(0).u16(0).u16(128).u16(32);
-    area.setAreaHeader(header.data().data(), header.size());
+    area.setAreaHeader(0, {0, 0, 128, 32});
     zel::TextStyleRecord style;
     style.arrMode = zel::MULTILINE;
     style.fontSize = 12;

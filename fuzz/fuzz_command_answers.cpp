@@ -14,7 +14,7 @@
 #include "commands/dir_blocks.h"
 #include "commands/files.h"
 #include "sdk/bytes.h"
-#include "wire/crc.h"
+#include "sdk/crc.h"
 #include "wire/kor_command.h"
 #include "wire/packet.h"
 

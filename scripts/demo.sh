@@ -7,7 +7,15 @@ cd "$(dirname "$0")/.."
 
 bash scripts/setup.sh
 cmake -S . -B build -G Ninja >/dev/null
-cmake --build build -j2 --target zel-sim zel_demo
+cmake --build build -j2 --target zel_sdk_dual zel-sim
+
+# The examples are a host project of their own: they find the library where it is installed,
+# here a staging prefix inside the build tree.
+stage="$PWD/build/stage"
+cmake --install build --prefix "$stage" >/dev/null
+cmake -S examples -B build/examples -G Ninja -DCMAKE_PREFIX_PATH="$stage" \
+  -DCMAKE_BUILD_RPATH="$stage/lib" >/dev/null
+cmake --build build/examples
 
 out=$(realpath -m "${1:-demo-out}")
 work=$(mktemp -d)

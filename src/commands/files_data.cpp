@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "sdk/bytes.h"
-#include "wire/crc.h"
+#include "sdk/crc.h"
 
 namespace zel::commands {
 

@@ -1,10 +1,9 @@
 #include "program/program_file.h"
 
-#include <cstdio>
 #include <fstream>
 
 #include "sdk/bytes.h"
-#include "wire/crc.h"
+#include "sdk/crc.h"
 
 namespace zel {
 namespace {
@@ -66,7 +65,7 @@ void append_area_block(std::vector<uint8_t> &image, std::span<const uint8_t> bod
     image.insert(image.end(), block.data().begin(), block.data().end());
 }
 
-void append_picture_area_block(std::vector<uint8_t> &image, const PictureAreaImage &area) {
+std::vector<uint8_t> picture_area_body(const PictureAreaImage &area) {
     const uint32_t length = picture_body_length(area);
     ByteWriter body(length);
     body.bytes(area.areaHeader);
@@ -93,7 +92,7 @@ void append_picture_area_block(std::vector<uint8_t> &image, const PictureAreaIma
     // the areas behind it stay where the length says.
     std::vector<uint8_t> bytes = body.take();
     bytes.resize(length, 0);
-    append_area_block(image, bytes);
+    return bytes;
 }
 
 std::vector<uint8_t> begin_program_image(const ProgramImageHead &head) {
@@ -102,11 +101,9 @@ std::vector<uint8_t> begin_program_image(const ProgramImageHead &head) {
     const auto flag = static_cast<uint8_t>(head.hasPlayPeriods);
     out.u8(flag);
     if (flag == 1) {
-        // The count is not written; a count above 8 reads past the block, which gives zeros.
-        const std::size_t count = head.playPeriods[0];
-        for (std::size_t i = 0; i < count * kPlayPeriodRecordSize; ++i) {
-            const std::size_t at = 1 + i;
-            out.u8(at < head.playPeriods.size() ? head.playPeriods[at] : 0);
+        // The periods without their count: the file does not say how many there are.
+        for (const PlayPeriod &period : head.playPeriods) {
+            out.bytes(period.bytes);
         }
     }
     if (head.hasFrame) {
@@ -135,24 +132,6 @@ void write_program_trace(std::span<const uint8_t> image) {
         out.write(reinterpret_cast<const char *>(image.data()),
                   static_cast<std::streamsize>(image.size()));
     }
-}
-
-std::string program_file_name(uint32_t number) {
-    const char *prefix = "";
-    if (number < 10) {
-        prefix = "P00";
-    } else if (number < 100) {
-        prefix = "P0";
-    } else if (number < 1000) {
-        prefix = "P";
-    }
-    char text[24];
-    std::snprintf(text, sizeof text, "%s%d", prefix, static_cast<int32_t>(number));
-    std::string name(text);
-    if (name.size() != 4) {
-        return {};
-    }
-    return name;
 }
 
 } // namespace zel

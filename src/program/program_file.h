@@ -8,16 +8,16 @@
 #include <array>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
+
+#include "program/program_header.h"
+#include "render/area.h"
+#include "render/pictures_area_frame.h"
 
 namespace zel {
 
-inline constexpr std::size_t kProgramHeaderSize = 19;
-inline constexpr std::size_t kPlayPeriodBlockSize = 49;
-inline constexpr std::size_t kPlayPeriodRecordSize = 6;
-inline constexpr std::size_t kAreaRecordSize = 9;
-inline constexpr std::size_t kFrameHeaderSize = 7;
+inline constexpr std::size_t kAreaRecordSize = kAreaHeaderSize;
+inline constexpr std::size_t kFrameHeaderSize = kFrameRecordSize;
 inline constexpr std::size_t kPageHeaderSize = 13;
 inline constexpr std::size_t kPageWidthOffset = 7; // pageWidth inside a page header
 
@@ -58,17 +58,17 @@ struct PagePlacement {
 };
 std::vector<PagePlacement> picture_page_order(const PictureAreaImage &area);
 
-// Appends an area block (length, then body) for a picture area.
-void append_picture_area_block(std::vector<uint8_t> &image, const PictureAreaImage &area);
+// The body of a picture area, exactly as long as picture_body_length says.
+std::vector<uint8_t> picture_area_body(const PictureAreaImage &area);
 
-// Appends an area block around a body that another writer made (the time areas).
+// Appends an area block: the body's length, then the body.
 void append_area_block(std::vector<uint8_t> &image, std::span<const uint8_t> body);
 
 // The program part of the image.
 struct ProgramImageHead {
     std::array<uint8_t, kProgramHeaderSize> header{};
     uint32_t hasPlayPeriods = 0;
-    std::array<uint8_t, kPlayPeriodBlockSize> playPeriods{};
+    std::span<const PlayPeriod> playPeriods; // written only when hasPlayPeriods is 1
     bool hasFrame = false;
     std::array<uint8_t, kFrameHeaderSize> frameHeader{};
     std::span<const uint8_t> frameData;
@@ -84,9 +84,5 @@ uint32_t finish_program_image(std::vector<uint8_t> &image);
 
 // Writes the image to the trace file; failures are ignored.
 void write_program_trace(std::span<const uint8_t> image);
-
-// The file name of a program number: "P00n", "P0nn", "Pnnn" or the number alone, printed as a
-// signed decimal. Empty when that is not exactly four characters.
-std::string program_file_name(uint32_t number);
 
 } // namespace zel

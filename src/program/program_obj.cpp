@@ -1,168 +1,151 @@
 #include "program/program_obj.h"
 
 #include <algorithm>
-#include <cstring>
-#include <typeinfo>
 
-#include "program/time_area_support.h"
-#include "render/pictures_area.h"
-#include "sdk/bytes.h"
 #include "sdk/console.h"
 
 namespace zel {
+namespace {
 
-ProgramObj::ProgramObj() = default;
+constexpr char kNoFramePng[] = "Error:Can't find frame png.\n";
+
+} // namespace
+
+ProgramObj::ProgramObj(const AreaKindTable &kinds) : m_kinds(&kinds) {}
+
 ProgramObj::~ProgramObj() = default;
 
-int32_t ProgramObj::setHeader(uint8_t *record) {
-    const std::string name = program_file_name(read_u32_le({record, kProgramHeaderSize}, 1));
-    if (name.empty()) {
+int32_t ProgramObj::setHeader(const ProgramHeaderG5 &header) {
+    const std::optional<FileName> name = program_file_name(header.programNumber);
+    if (!name) {
         return -1;
     }
-    // The name replaces the number in the caller's record too.
-    std::memcpy(record + 1, name.data(), 4);
-    std::copy_n(record, kProgramHeaderSize, header.begin());
-    std::copy_n(name.data(), 4, fileName.begin());
+    m_header = header;
+    m_fileName = *name;
     return 0;
 }
 
-void ProgramObj::addPlayPeriodGrp(const uint8_t *block) {
-    if (block[0] != 0) {
-        hasPlayPeriods = 1;
-        std::copy_n(block, kPlayPeriodBlockSize, playPeriods.begin());
-        header[6] = 1;
+void ProgramObj::setPlayPeriods(PlayPeriods periods) {
+    if (!periods.empty()) {
+        m_hasPlayPeriods = true;
+        m_playPeriods = std::move(periods);
+        m_header.playPeriodFlag = 1;
     } else {
-        hasPlayPeriods = 0;
-        header[6] = 0;
+        m_hasPlayPeriods = false;
+        m_header.playPeriodFlag = 0;
     }
 }
 
-int32_t ProgramObj::addArea(uint16_t areaID, const uint8_t *record) {
-    std::unique_ptr<TKarea> area;
-    if (record[0] == kAreaTypePictures) {
-        area = std::make_unique<PicturesArea>();
-    } else if (record[0] == kAreaTypeTime) {
-        area = make_time_area_g5();
-    }
-    if (!area) {
+int32_t ProgramObj::addArea(uint16_t areaID, uint8_t areaType, const AreaRect &rect) {
+    const AreaKind *kind = m_kinds->find(areaType);
+    if (kind == nullptr || kind->make == nullptr) {
         return -1;
     }
+    placeArea(areaID, kind->make(), areaType, rect);
+    return 0;
+}
+
+void ProgramObj::placeArea(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_t areaType,
+                           const AreaRect &rect) {
     // A replaced area leaves its place; the new one goes to the end, and the count still
     // rises, so the file's count stands one above its area blocks. Deliberate.
-    const auto same = std::find_if(areas.begin(), areas.end(),
+    const auto same = std::find_if(m_areas.begin(), m_areas.end(),
                                    [&](const auto &a) { return a->areaID == areaID; });
-    if (same != areas.end()) {
-        areas.erase(same);
+    if (same != m_areas.end()) {
+        m_areas.erase(same);
     }
-    area->setAreaHeader(record, kAreaRecordSize);
+    area->setAreaHeader(areaType, rect);
     area->areaID = areaID;
-    areas.push_back(std::move(area));
-    ++areaCount;
-    return 0;
+    m_areas.push_back(std::move(area));
+    ++m_areaCount;
 }
 
 void ProgramObj::deleteArea(uint16_t areaID) {
-    const auto found = std::find_if(areas.begin(), areas.end(),
+    const auto found = std::find_if(m_areas.begin(), m_areas.end(),
                                     [&](const auto &a) { return a->areaID == areaID; });
-    if (found != areas.end()) {
-        areas.erase(found);
-        --areaCount;
+    if (found != m_areas.end()) {
+        m_areas.erase(found);
+        --m_areaCount;
     } else if (areaID == kAllAreas) {
-        areas.clear();
-        areaCount = 0;
+        m_areas.clear();
+        m_areaCount = 0;
     }
 }
 
-int32_t ProgramObj::moveArea(uint16_t areaID, uint32_t x, uint32_t y, int32_t width,
-                             int32_t height) {
+int32_t ProgramObj::moveArea(uint16_t areaID, const AreaRect &rect) {
     TKarea *area = findArea(areaID);
     if (area == nullptr) {
         console_printf("Error:Wrong areaID.This area does not exist.\n");
         return kWrongAreaId;
     }
-    area->setRect(static_cast<uint16_t>(x), static_cast<uint16_t>(y), static_cast<uint16_t>(width),
-                  static_cast<uint16_t>(height));
+    area->setRect(rect);
     area->layoutText();
     return 0;
 }
 
 TKarea *ProgramObj::findArea(uint16_t areaID) const {
-    for (const auto &area : areas) {
+    for (const auto &area : m_areas) {
         if (area->areaID == areaID) return area.get();
     }
     return nullptr;
 }
 
-PicturesArea *ProgramObj::findPicturesArea(uint16_t areaID) const {
-    return dynamic_cast<PicturesArea *>(findArea(areaID));
+bool ProgramObj::loadFramePicture(const std::string &pngPath, bool freshHolder) {
+    if (freshHolder || !m_framePicture) {
+        m_framePicture = std::make_unique<PicturesAreaFrame>();
+    }
+    m_framePicture->load(pngPath);
+    if (m_framePicture->framePixels == nullptr) {
+        console_write(kNoFramePng, sizeof kNoFramePng - 1);
+        return false;
+    }
+    return true;
 }
 
-PictureAreaImage picture_area_image(const PicturesArea &area) {
-    PictureAreaImage image;
-    image.areaHeader = area.areaHeader;
-    image.frameEnabled = area.frameEnabled != 0;
-    image.frameRecord = area.frameRecord;
-    image.frameData =
-        std::span<const uint8_t>(area.frameData)
-            .first(std::min<std::size_t>(area.frameDataLength, area.frameData.size()));
-    image.displayRecord = area.displayRecord.bytes();
-    image.drawWidth = area.drawWidth;
-    image.lastPageWidth = area.lastPageWidth;
-    image.textPageCount = area.textPageCount;
-    for (const PictureDetail &detail : area.pictureDetails) {
-        image.pictureHeaders.push_back(detail.record.bytes());
-    }
-    for (const auto &page : area.encodedPages) {
-        image.pages.emplace_back(page);
-    }
-    return image;
+void ProgramObj::encodeFrame() {
+    const TKarea scratch; // only for its gamma tables
+    std::vector<uint8_t> strip = m_framePicture->encode(scratch);
+    m_frameData = std::move(strip);
+    m_hasFrame = true;
 }
 
-void ProgramObj::integrate() {
-    fileData.clear();
+void ProgramObj::addFrame(const FrameHeaderG5 &header, const std::string &pngPath) {
+    m_hasFrame = false;
+    m_frameHeader = header;
+    if (loadFramePicture(pngPath, false)) {
+        encodeFrame();
+    }
+}
+
+void ProgramObj::removeFrame() {
+    m_framePicture.reset();
+    m_hasFrame = false;
+}
+
+const ProgramFileImage &ProgramObj::integrate() {
+    m_image.data.clear();
     ProgramImageHead head;
-    head.header = header;
-    head.hasPlayPeriods = hasPlayPeriods;
-    head.playPeriods = playPeriods;
-    head.hasFrame = hasFrame != 0;
-    head.frameHeader = frameHeader;
-    head.frameData = std::span<const uint8_t>(frameData).first(
-        std::min<std::size_t>(frameDataLen, frameData.size()));
-    head.hasBackground = hasBackground != 0;
-    head.areaCount = areaCount;
+    head.header = header_bytes(m_header, m_fileName);
+    head.hasPlayPeriods = m_hasPlayPeriods ? 1 : 0;
+    head.playPeriods = m_playPeriods;
+    head.hasFrame = m_hasFrame;
+    head.frameHeader = m_frameHeader.bytes();
+    head.frameData = m_frameData;
+    head.hasBackground = false; // a G5 program has none
+    head.areaCount = m_areaCount;
     std::vector<uint8_t> image = begin_program_image(head);
-
-    for (const auto &area : areas) {
-        if (area->areaType == kAreaTypePictures) {
-            auto *pictures = dynamic_cast<PicturesArea *>(area.get());
-            if (pictures == nullptr) continue;
-            pictures->renderPages();
-            const PictureAreaImage view = picture_area_image(*pictures);
-            append_picture_area_block(image, view);
-            // The writer rewrites the common header's page width for every page; the area
-            // keeps the last one written.
-            for (const PagePlacement &placement : picture_page_order(view)) {
-                if (placement.pictureHeader < 0) {
-                    pictures->displayRecord.pageWidth = placement.width;
-                }
-            }
-        } else if (area->areaType == kAreaTypeTime) {
-            append_area_block(image, time_area_body_g5(*area));
+    for (const auto &area : m_areas) {
+        // An area of a kind that writes no G5 body leaves nothing, and the count stays.
+        const AreaKind *kind = m_kinds->find(area->areaType);
+        if (kind != nullptr && kind->bodyG5 != nullptr) {
+            append_area_block(image, kind->bodyG5(*area));
         }
-        // Any other type writes nothing, and the count does not change for that.
     }
-    fileCrc = finish_program_image(image);
-    fileData = std::move(image);
-    write_program_trace(fileData);
-}
-
-ProgramObj *current_program_g5() {
-    ProgramObject *program = program_access_g5();
-    // A G6 program met by a G5 entry is that entry's failure, not a G5 program.
-    if (program == nullptr || typeid(*program) != typeid(ProgramObj)) {
-        return nullptr;
-    }
-    return static_cast<ProgramObj *>(program);
+    m_image.crc = finish_program_image(image);
+    m_image.name = m_fileName;
+    m_image.data = std::move(image);
+    write_program_trace(m_image.data);
+    return m_image;
 }
 
 } // namespace zel

@@ -1,89 +1,145 @@
-// The G5 program under construction: a header, optional play periods, an optional program
-// frame and an ordered list of areas. The exported program entries only record what they are
-// given; rendering happens when the program is integrated into its file image.
+// The program under construction: a header, optional play periods, an optional program frame
+// and an ordered list of areas. The exported program entries only record what they are given;
+// rendering happens when the program is integrated into its file image.
+//
+// ProgramObj is the G5 program; ProgramObj_g6 derives from it and keeps its areas, frame and
+// play periods. Both take their area kinds from the table they are made with.
+//
+// Invariants:
+// - areaCount() is never below the number of areas held: replacing an area keeps the count
+//   risen, deleting one lowers both, deleting all resets both.
+// - The areas are held in order of (last) addition and found by the first equal identifier.
+// - hasFrame() implies that the frame strip was encoded; a strip that the encoder refuses
+//   leaves the frame as it was.
+// - fileName() is the name the header's number gave, or empty before the first header.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
+#include <string>
 #include <vector>
 
+#include "program/area_kinds.h"
 #include "program/program_file.h"
+#include "program/program_header.h"
 #include "render/area.h"
 #include "render/pictures_area_frame.h"
 #include "sdk/program_access.h"
 
 namespace zel {
 
-class PicturesArea;
-
-// Area types of the add-area record.
-inline constexpr uint8_t kAreaTypePictures = 0;
-inline constexpr uint8_t kAreaTypeTime = 2;
-
 // The one result code of the program family besides 0 and -1: an unknown area to move.
 inline constexpr int32_t kWrongAreaId = 29;
 // deleteArea with this identifier empties the program, unless an area carries it.
 inline constexpr uint16_t kAllAreas = 0xFFFF;
 
-class ProgramObj : public ProgramObject {
-  public:
-    ProgramObj();
-    ~ProgramObj() override;
+enum class Generation { G5, G6 };
 
-    // ---- The file image, made by integrate() ----
-    std::vector<uint8_t> fileData; // its size is fileLen
-    std::array<char, 4> fileName{};
-    uint8_t fileType = 0; // nothing writes another value
-    uint32_t fileCrc = 0;
-
-    // ---- What the host gave ----
-    std::array<uint8_t, kProgramHeaderSize> header{};
-    std::array<uint8_t, kFrameHeaderSize> frameHeader{};
-    uint8_t hasFrame = 0;
-    uint8_t hasBackground = 0; // stays 0 in a G5 program
-    // The count that goes into the file. Replacing an area does not lower it, so it can stand
-    // above the number of areas; the controllers expect exactly that.
-    uint32_t areaCount = 0;
-    std::vector<std::unique_ptr<TKarea>> areas; // in order of (last) addition
-    std::unique_ptr<PicturesAreaFrame> framePicture;
-    std::vector<uint8_t> frameData; // the program frame's encoded strip
-    uint32_t frameDataLen = 0;
-    uint32_t hasPlayPeriods = 0;
-    std::array<uint8_t, kPlayPeriodBlockSize> playPeriods{};
-
-    // Applies the file name rule to the number at bytes 1 to 4 of `record` (19 bytes). On
-    // success writes the name over those bytes of the caller's record, stores the header and
-    // the name, and returns 0; otherwise -1 and nothing changes.
-    int32_t setHeader(uint8_t *record);
-    // A block whose count byte is not 0 is stored and sets the flags; count 0 clears the flags
-    // and keeps the block that was there.
-    void addPlayPeriodGrp(const uint8_t *block);
-    // Adds a picture area (type 0) or a clock area (type 2), replacing an area of the same
-    // identifier. 0; -1 for a type that has no area class.
-    int32_t addArea(uint16_t areaID, const uint8_t *record);
-    void deleteArea(uint16_t areaID);
-    // 0, or kWrongAreaId with its console line when the area does not exist.
-    int32_t moveArea(uint16_t areaID, uint32_t x, uint32_t y, int32_t width, int32_t height);
-    // The first area with this identifier, or null.
-    TKarea *findArea(uint16_t areaID) const;
-    // The picture area with this identifier, or null (also when it is a clock area).
-    PicturesArea *findPicturesArea(uint16_t areaID) const;
-
-    // Renders every area with the screen settings of now and builds fileData and fileCrc, then
-    // writes the image to the trace file. Throws what rendering throws (a page too large for
-    // the controller's bit planes).
-    void integrate();
+// A file image handed to the controller: name, type byte, bytes ending in their CRC-32.
+struct ProgramFileImage {
+    FileName name{};
+    uint8_t type = 0; // nothing writes another value into a program file's type
+    std::vector<uint8_t> data;
+    uint32_t crc = 0;
 };
 
-// The G5 accessor: the current program, made as a ProgramObj when none exists. The object may
-// be a ProgramObj_g6 if the G6 accessor made it; callers cast and treat a mismatch as failure.
-ProgramObject *program_access_g5();
+class ProgramObj : public ProgramObject {
+  public:
+    // The table must outlive the program; the exported entries hand in a process-wide one.
+    explicit ProgramObj(const AreaKindTable &kinds);
+    ~ProgramObj() override;
+    ProgramObj(const ProgramObj &) = delete;
+    ProgramObj &operator=(const ProgramObj &) = delete;
 
-// The current program through the G5 accessor, or null when it is not a G5 program.
-ProgramObj *current_program_g5();
+    virtual Generation generation() const { return Generation::G5; }
 
-// The view of a rendered picture area that the file writer takes.
-PictureAreaImage picture_area_image(const PicturesArea &area);
+    // ---- Header ----
+    // Applies the file-name rule to the header's number: 0 with the header and its name
+    // stored, or -1 with nothing changed.
+    int32_t setHeader(const ProgramHeaderG5 &header);
+    const ProgramHeaderG5 &header() const { return m_header; }
+    const FileName &fileName() const { return m_fileName; }
+
+    // ---- Play periods ----
+    // A non-empty list is stored and switches the periods on (and the header's flag to 1); an
+    // empty one switches them off (flag 0) and keeps the list that was there.
+    void setPlayPeriods(PlayPeriods periods);
+    bool hasPlayPeriods() const { return m_hasPlayPeriods; }
+    const PlayPeriods &playPeriods() const { return m_playPeriods; }
+
+    // ---- Areas ----
+    // Adds an area of the table's kind for `areaType` at `rect`, replacing an area of the same
+    // identifier (whose place goes, while the count still rises). 0; -1 for a type the table
+    // does not know, with nothing changed.
+    int32_t addArea(uint16_t areaID, uint8_t areaType, const AreaRect &rect);
+    // Deletes the area, or all areas for kAllAreas when no area has that identifier; an
+    // unknown identifier changes nothing.
+    void deleteArea(uint16_t areaID);
+    // Gives the area a new rectangle and lays its content out again. 0, or kWrongAreaId with
+    // its console line when the area does not exist.
+    int32_t moveArea(uint16_t areaID, const AreaRect &rect);
+    // The first area with this identifier, or null.
+    TKarea *findArea(uint16_t areaID) const;
+    // The same when it is an area of class Area (null otherwise).
+    template <class Area> Area *findAreaOf(uint16_t areaID) const {
+        return dynamic_cast<Area *>(findArea(areaID));
+    }
+    uint32_t areaCount() const { return m_areaCount; }
+    std::size_t areasHeld() const { return m_areas.size(); }
+
+    // ---- Program frame ----
+    // The G5 add and change: replaces any frame and never fails. The header stands in any
+    // case; a PNG that cannot be read prints "Error:Can't find frame png.\n" and leaves no
+    // frame. The strip is encoded now, with the screen settings of this moment.
+    void addFrame(const FrameHeaderG5 &header, const std::string &pngPath);
+    // Drops the PNG and the mark; the encoded strip stays until the next frame.
+    void removeFrame();
+    bool hasFrame() const { return m_hasFrame; }
+    const FrameHeaderG5 &frameHeader() const { return m_frameHeader; }
+    std::span<const uint8_t> frameStrip() const { return m_frameData; }
+
+    // ---- File image ----
+    // Renders every area with the screen settings of now and builds the G5 image, then
+    // writes it to the trace file "dataFantx.bin". Throws what rendering throws (a page too
+    // large for the controller's bit planes); the previous image is gone then.
+    const ProgramFileImage &integrate();
+    const ProgramFileImage &image() const { return m_image; }
+
+  protected:
+    const AreaKindTable &kinds() const { return *m_kinds; }
+    const std::vector<std::unique_ptr<TKarea>> &areas() const { return m_areas; }
+
+    // Puts a made area in the list as addArea does: a same identifier leaves its place, the
+    // new area goes to the end, the count rises.
+    void placeArea(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_t areaType,
+                   const AreaRect &rect);
+    // Raises the count alone (a G6 program counts areas of unknown types that it never made).
+    void countArea() { ++m_areaCount; }
+
+    // The pieces of the frame operations that the G6 add and change put together otherwise.
+    // Loads the PNG into the holder (a new one when `freshHolder` or when there is none); true
+    // when it has pixels.
+    bool loadFramePicture(const std::string &pngPath, bool freshHolder);
+    bool hasFramePicture() const { return m_framePicture != nullptr; }
+    // Encodes the held strip and marks the frame present; a strip that the encoder refuses
+    // (it throws) leaves the frame as it was.
+    void encodeFrame();
+    void clearFrameMark() { m_hasFrame = false; }
+
+  private:
+    const AreaKindTable *m_kinds;
+    ProgramHeaderG5 m_header;
+    FileName m_fileName{};
+    bool m_hasPlayPeriods = false;
+    PlayPeriods m_playPeriods;
+    uint32_t m_areaCount = 0; // what the file says; see the invariants above
+    std::vector<std::unique_ptr<TKarea>> m_areas;
+    bool m_hasFrame = false;
+    FrameHeaderG5 m_frameHeader;
+    std::unique_ptr<PicturesAreaFrame> m_framePicture;
+    std::vector<uint8_t> m_frameData; // the program frame's encoded strip
+    ProgramFileImage m_image;
+};
 
 } // namespace zel

@@ -1,7 +1,7 @@
 #include "program/screen_settings.h"
 
-#include "program/controller_types.h"
 #include "sdk/console.h"
+#include "sdk/controller_types.h"
 
 namespace zel {
 

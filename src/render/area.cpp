@@ -55,24 +55,18 @@ TKarea::~TKarea() = default;
 
 void TKarea::layoutText() {}
 
-void TKarea::setAreaHeader(const uint8_t *record, std::size_t length) {
-    areaHeader.fill(0);
-    if (record != nullptr) {
-        std::memcpy(areaHeader.data(), record, std::min(length, areaHeader.size()));
-    }
-    areaType = headerType();
-    x = headerX();
-    y = headerY();
-    width = headerWidth();
-    height = headerHeight();
+void TKarea::setAreaHeader(uint8_t type, const AreaRect &rect) {
+    areaHeader[0] = type;
+    areaType = type;
+    setRect(rect);
 }
 
-void TKarea::setRect(uint16_t newX, uint16_t newY, uint16_t newWidth, uint16_t newHeight) {
-    x = newX;
-    y = newY;
-    width = newWidth;
-    height = newHeight;
-    const uint16_t words[4] = {newX, newY, newWidth, newHeight};
+void TKarea::setRect(const AreaRect &rect) {
+    x = rect.x;
+    y = rect.y;
+    width = rect.width;
+    height = rect.height;
+    const uint16_t words[4] = {rect.x, rect.y, rect.width, rect.height};
     for (std::size_t i = 0; i < 4; ++i) {
         areaHeader[1 + 2 * i] = static_cast<uint8_t>(words[i] & 0xFF);
         areaHeader[2 + 2 * i] = static_cast<uint8_t>(words[i] >> 8);

@@ -18,8 +18,18 @@ namespace zel {
 // What every conversion returns when iconv fails or cannot be opened: iconv's (size_t)-1.
 inline constexpr uint64_t kConversionFailed = UINT64_MAX;
 
-// Size of the add-area record kept verbatim in areaHeader: type u8, x, y, width, height u16 LE.
+// Size of the add-area record kept in areaHeader: type u8, x, y, width, height u16 LE.
 inline constexpr std::size_t kAreaHeaderSize = 9;
+
+// Where an area lies on the screen, in pixels.
+struct AreaRect {
+    uint16_t x = 0;
+    uint16_t y = 0;
+    uint16_t width = 0;
+    uint16_t height = 0;
+
+    bool operator==(const AreaRect &) const = default;
+};
 
 class TKarea {
   public:
@@ -63,11 +73,12 @@ class TKarea {
     uint16_t headerY() const { return headerWord(3); }
     uint16_t headerWidth() const { return headerWord(5); }
     uint16_t headerHeight() const { return headerWord(7); }
-    // Stores the 9-byte add-area record as given (shorter input leaves the rest zero) and
-    // copies its type and rectangle into areaType, x, y, width, height.
-    void setAreaHeader(const uint8_t *record, std::size_t length);
+    // Keeps the type and the rectangle both as the 9-byte add-area record that the program
+    // files repeat and in areaType, x, y, width, height.
+    void setAreaHeader(uint8_t type, const AreaRect &rect);
     // Writes a new rectangle into both x, y, width, height and areaHeader (the type stays).
-    void setRect(uint16_t newX, uint16_t newY, uint16_t newWidth, uint16_t newHeight);
+    void setRect(const AreaRect &rect);
+    AreaRect rect() const { return {x, y, width, height}; }
 
     // ---- Character conversion ----
     // Each returns what iconv returned: the number of irreversible conversions, or

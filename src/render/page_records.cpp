@@ -71,20 +71,4 @@ std::array<uint8_t, TextStyleRecord::kSize> TextStyleRecord::bytes() const {
     return to_array<kSize>(*this);
 }
 
-TextPageParams unpack_text_page_params_g5(std::span<const uint8_t> record) {
-    const auto raw = padded<kTextPageParamsG5Size>(record);
-    const std::span<const uint8_t> all(raw);
-    TextPageParams params;
-    params.display = unpack_picture_page_params_g5(all.first(kPicturePageParamsG5Size));
-    params.style = TextStyleRecord::read(all.subspan(kPicturePageParamsG5Size));
-    return params;
-}
-
-PageDisplayRecord unpack_picture_page_params_g5(std::span<const uint8_t> record) {
-    PageDisplayRecord p =
-        PageDisplayRecord::read(record.first(std::min(record.size(), kPicturePageParamsG5Size)));
-    p.reserved = 0;
-    return p;
-}
-
 } // namespace zel

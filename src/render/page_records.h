@@ -64,19 +64,10 @@ struct TextStyleRecord {
     bool operator==(const TextStyleRecord &) const = default;
 };
 
-// The 29-byte TextPageParams_G5 of the exported G5 text entries: its bytes 0 to 8 are the
-// first nine of the page header, whose reserved bytes 9 to 12 are zeroed whatever the caller
-// had in mind; bytes 9 to 28 are the style, in the same order.
-inline constexpr std::size_t kTextPageParamsG5Size = 29;
-// A picture reads only the header part of the record.
-inline constexpr std::size_t kPicturePageParamsG5Size = 9;
-
+// The page header and the style of one text, as the text entries give them.
 struct TextPageParams {
     PageDisplayRecord display;
     TextStyleRecord style;
 };
-
-TextPageParams unpack_text_page_params_g5(std::span<const uint8_t> record);
-PageDisplayRecord unpack_picture_page_params_g5(std::span<const uint8_t> record);
 
 } // namespace zel

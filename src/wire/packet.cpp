@@ -5,8 +5,8 @@
 
 #include "sdk/bytes.h"
 #include "sdk/console.h"
+#include "sdk/crc.h"
 #include "sdk/globals.h"
-#include "wire/crc.h"
 
 namespace zel {
 namespace {
@@ -40,9 +40,20 @@ void remove_pad(uint8_t *body, std::size_t length, uint8_t index) {
 
 HeaderForm header_form_for(uint16_t deviceType) {
     switch (deviceType & 0xFF) {
-    case 0x50: case 0x51: case 0x52: case 0x53: case 0x54: case 0x55: case 0x5E:
+    case 0x50:
+    case 0x51:
+    case 0x52:
+    case 0x53:
+    case 0x54:
+    case 0x55:
+    case 0x5E:
         return HeaderForm::G5;
-    case 0x58: case 0x62: case 0x63: case 0x64: case 0x66: case 0x74:
+    case 0x58:
+    case 0x62:
+    case 0x63:
+    case 0x64:
+    case 0x66:
+    case 0x74:
         return HeaderForm::G6;
     default:
         return HeaderForm::None;
@@ -55,11 +66,25 @@ void frame_bytes(std::span<const uint8_t> inner, std::vector<uint8_t> &out) {
     out.insert(out.end(), kFrameStartRun, kFrameStart);
     for (const uint8_t b : inner) {
         switch (b) {
-        case kFrameEnd: out.push_back(kEscapeLow); out.push_back(0x02); break;
-        case kEscapeLow: out.push_back(kEscapeLow); out.push_back(0x01); break;
-        case kFrameStart: out.push_back(kEscapeHigh); out.push_back(0x02); break;
-        case kEscapeHigh: out.push_back(kEscapeHigh); out.push_back(0x01); break;
-        default: out.push_back(b); break;
+        case kFrameEnd:
+            out.push_back(kEscapeLow);
+            out.push_back(0x02);
+            break;
+        case kEscapeLow:
+            out.push_back(kEscapeLow);
+            out.push_back(0x01);
+            break;
+        case kFrameStart:
+            out.push_back(kEscapeHigh);
+            out.push_back(0x02);
+            break;
+        case kEscapeHigh:
+            out.push_back(kEscapeHigh);
+            out.push_back(0x01);
+            break;
+        default:
+            out.push_back(b);
+            break;
         }
     }
     out.push_back(kFrameEnd);
@@ -100,7 +125,9 @@ std::size_t unframe_bytes(std::span<const uint8_t> frame, uint8_t *out) {
     return n;
 }
 
-LedPacket::LedPacket() { g_screenNum.store(kBroadcastScreenNum, std::memory_order_relaxed); }
+LedPacket::LedPacket() {
+    g_screenNum.store(kBroadcastScreenNum, std::memory_order_relaxed);
+}
 
 LedPacket::~LedPacket() = default;
 
@@ -207,8 +234,8 @@ int32_t LedTKPacket::unpack(const uint8_t *frame, uint16_t frameLen, uint8_t gro
         }
         // The body length comes from the controller; a length beyond the work area is checked
         // over what the work area holds, and fails.
-        const std::size_t bodyLen = std::min<std::size_t>(read_u16_le(work, 22),
-                                                          kWorkAreaLen - headerLen);
+        const std::size_t bodyLen =
+            std::min<std::size_t>(read_u16_le(work, 22), kWorkAreaLen - headerLen);
         if (crc16(work.data() + headerLen, bodyLen) != read_u16_le(work, 24)) {
             return kResultBodyCrc;
         }
@@ -253,8 +280,8 @@ int32_t LedTKPacket::unpack(const uint8_t *frame, uint16_t frameLen, uint8_t gro
     return kResultUnexpected;
 }
 
-int32_t LedTKPacket::unpackProbe(const uint8_t *frame, uint16_t frameLen,
-                                 std::vector<uint8_t> &out, uint16_t &outLen) {
+int32_t LedTKPacket::unpackProbe(const uint8_t *frame, uint16_t frameLen, std::vector<uint8_t> &out,
+                                 uint16_t &outLen) {
     const int16_t signedLen = static_cast<int16_t>(frameLen);
     if (frame == nullptr || signedLen <= 0 || frame[0] != kFrameStart ||
         frame[signedLen - 1] != kFrameEnd) {

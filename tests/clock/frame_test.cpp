@@ -2,14 +2,20 @@
 #include <gtest/gtest.h>
 
 #include "clock/frame.h"
+#include "exports/program_access.h"
 #include "program/program_fixtures.h"
-#include "program/program_obj.h"
+#include "program/program_obj_g6.h"
 #include "support/capture.h"
 
 namespace zel {
 namespace {
 
 using namespace zel::test;
+using exports::current_program_g5;
+
+FrameParamsG6 params_g6(uint8_t a, uint8_t b, uint8_t c, uint8_t d, uint8_t e, uint8_t f) {
+    return {a, b, {c, d, e}, f};
+}
 
 class Frames : public ::testing::Test {
   protected:
@@ -27,7 +33,7 @@ class Frames : public ::testing::Test {
     static PicturesArea &area(uint16_t id, uint16_t x, uint16_t w, uint16_t h) {
         const ZelAreaRecord_G5 rec = area_record(0, x, 0, w, h);
         EXPECT_EQ(zelDual_program_AddArea(id, &rec), 0);
-        return *current_program_g5()->findPicturesArea(id);
+        return *current_program_g5()->findAreaOf<PicturesArea>(id);
     }
 };
 
@@ -103,8 +109,8 @@ TEST_F(Frames, UnreadablePngLeavesNoFrameAndTheNewRecord) {
         EXPECT_EQ(zelDual_program_addFrame(&f, "nope.png"), 0);
         EXPECT_EQ(out.text(), "Error:Can't find frame png.\n");
     }
-    EXPECT_EQ(program.hasFrame, 0);
-    EXPECT_EQ(program.frameHeader[6], 0x66) << "the header of the failed add stands";
+    EXPECT_EQ(program.hasFrame(), 0);
+    EXPECT_EQ(program.frameHeader().bytes()[6], 0x66) << "the header of the failed add stands";
     EXPECT_EQ(integrate()[20], 0) << "no frame in the file";
 }
 
@@ -124,65 +130,58 @@ TEST_F(Frames, ProgramFrameKeepsByteZeroAndItsStripFromTheTimeItWasAdded) {
     EXPECT_EQ(integrate().size(), 26u + 7 + 4);
     ASSERT_EQ(zelDual_program_removeFrame(), 0);
     EXPECT_EQ(integrate().size(), 27u);
-    EXPECT_EQ(current_program_g5()->frameData.size(), 4u) << "the strip stays allocated";
+    EXPECT_EQ(current_program_g5()->frameStrip().size(), 4u) << "the strip stays allocated";
 }
 
 TEST_F(Frames, G6AreaFrameRecordAndMessage) {
     PicturesArea &a = area(1, 0, 64, 32);
     std::array<uint8_t, kFrameRecordSizeG6> recordG6;
     recordG6.fill(0xEE);
-    const uint8_t params[6] = {0xA1, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6};
-    const auto header = frame_header_g6(params);
+    const FrameParamsG6 header = params_g6(0xA1, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6);
     {
         StdoutCapture out;
-        add_area_frame_g6(a, recordG6, header.data(), "nope.png");
+        add_area_frame_g6(a, recordG6, header, "nope.png");
         EXPECT_EQ(out.text(), "Error:PicturesArea_g6 Can't create_from_png. file:nope.png \n");
     }
     EXPECT_EQ(a.frameEnabled, 0);
-    add_area_frame_g6(a, recordG6, header.data(), "strip8x2.png");
+    add_area_frame_g6(a, recordG6, header, "strip8x2.png");
     EXPECT_EQ(recordG6, (std::array<uint8_t, 14>{1, 0xA1, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6, 0, 0, 0, 0,
                                                  0, 0, 0}));
     EXPECT_EQ(a.frameRecord, (std::array<uint8_t, 7>{})) << "the G5 record is not touched";
     EXPECT_EQ(a.drawWidth, 60);
 }
 
-TEST_F(Frames, G6ProgramFrameRefusesASecondAndChangeKeepsTheOldStripOnFailure) {
-    ProgramObj &program = *current_program_g5();
-    std::array<uint8_t, kFrameRecordSizeG6> headerG6{};
-    const uint8_t params[6] = {1, 2, 3, 4, 5, 6};
-    const uint8_t other[6] = {9, 9, 9, 9, 9, 9};
+TEST(G6Frames, ProgramFrameRefusesASecondAndChangeKeepsTheOldStripOnFailure) {
+    zelDual_program_setScreenParams_G56(static_cast<E_ScreenColor_G56>(1), 0x0051, 1);
+    write_png("strip8x2.png", 8, 2, 0xFF0000);
+    write_png("strip8x4.png", 8, 4, 0x00FF00);
+    ProgramObj_g6 program(exports::area_kinds_g6());
+    const FrameParamsG6 params = params_g6(1, 2, 3, 4, 5, 6);
+    const FrameParamsG6 other = params_g6(9, 9, 9, 9, 9, 9);
     {
         StdoutCapture out;
-        EXPECT_EQ(change_program_frame_g6(program, headerG6, frame_header_g6(params).data(),
-                                          "strip8x2.png"),
-                  -1);
+        EXPECT_EQ(program.changeFrameG6(params, "strip8x2.png"), -1);
         EXPECT_EQ(out.text(), "Error:No frame have been added.\n");
     }
-    EXPECT_EQ(
-        add_program_frame_g6(program, headerG6, frame_header_g6(params).data(), "strip8x2.png"), 0);
+    EXPECT_EQ(program.addFrameG6(params, "strip8x2.png"), 0);
     {
         StdoutCapture out;
-        EXPECT_EQ(
-            add_program_frame_g6(program, headerG6, frame_header_g6(other).data(), "strip8x4.png"),
-            -1);
+        EXPECT_EQ(program.addFrameG6(other, "strip8x4.png"), -1);
         EXPECT_EQ(out.text(), "");
     }
-    EXPECT_EQ(headerG6[1], 1);
+    EXPECT_EQ(program.frameHeaderG6()[1], 1);
     {
         StdoutCapture out;
-        EXPECT_EQ(
-            change_program_frame_g6(program, headerG6, frame_header_g6(other).data(), "nope.png"),
-            -1);
+        EXPECT_EQ(program.changeFrameG6(other, "nope.png"), -1);
         EXPECT_EQ(out.text(), "Error:Can't find frame png.\n");
     }
-    EXPECT_EQ(headerG6[1], 9) << "the new header stands";
-    EXPECT_EQ(program.hasFrame, 1);
-    EXPECT_EQ(program.frameData.size(), 2u) << "beside the old strip";
+    EXPECT_EQ(program.frameHeaderG6()[1], 9) << "the new header stands";
+    EXPECT_EQ(program.hasFrame(), 1);
+    EXPECT_EQ(program.frameStrip().size(), 2u) << "beside the old strip";
 
-    remove_program_frame(program);
-    EXPECT_EQ(
-        add_program_frame_g6(program, headerG6, frame_header_g6(other).data(), "strip8x4.png"), 0);
-    EXPECT_EQ(program.frameData.size(), 4u);
+    program.removeFrame();
+    EXPECT_EQ(program.addFrameG6(other, "strip8x4.png"), 0);
+    EXPECT_EQ(program.frameStrip().size(), 4u);
 }
 
 } // namespace

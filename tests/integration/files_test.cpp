@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "commands_fixture.h"
+#include "sdk/crc.h"
 #include "sdk/globals.h"
 #include "sim/sim_files.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "wire/answer_builder.h"
-#include "wire/crc.h"
 #include "zel_sdk_dual.h"
 
 namespace zel::test {

@@ -8,20 +8,21 @@
 #include <iterator>
 #include <mutex>
 
+#include "exports/program_access.h"
 #include "program/program_fixtures.h"
-#include "program/program_obj.h"
 #include "program/screen_settings.h"
 #include "render/pictures_area.h"
+#include "sdk/crc.h"
 #include "sim/panel_hook.h"
 #include "sim/panel_png.h"
 #include "sim/program_decoder.h"
 #include "support/sim_fixture.h"
-#include "wire/crc.h"
 
 namespace zel {
 namespace {
 
 using namespace zel::test;
+using exports::current_program_g5;
 
 constexpr const char *kHost = "127.0.0.1";
 constexpr uint16_t kScreenW = 160;
@@ -111,7 +112,7 @@ TEST_F(G5ProgramRoad, WrittenProgramReadsBackWithTheTextAtItsPlace) {
     ASSERT_EQ(text.pages.size(), 1u);
     sim::Rgb canvas{kScreenW, kScreenH, std::vector<uint32_t>(kScreenW * kScreenH, 0)};
     sim::paint_area_page(canvas, mode, text, 0);
-    const PicturesArea &painted = *current_program_g5()->findPicturesArea(1);
+    const PicturesArea &painted = *current_program_g5()->findAreaOf<PicturesArea>(1);
     ASSERT_EQ(painted.pageBitmaps.size(), 1u);
     std::size_t litCount = 0;
     for (uint32_t py = 0; py < kScreenH; ++py) {

@@ -21,6 +21,15 @@ uint32_t tail_u32(const std::vector<uint8_t> &bytes) {
            (static_cast<uint32_t>(bytes[n - 1]) << 24);
 }
 
+void append_picture_area_block(std::vector<uint8_t> &image, const PictureAreaImage &area) {
+    append_area_block(image, picture_area_body(area));
+}
+
+std::string name_of(uint32_t number) {
+    const auto name = program_file_name(number);
+    return name ? std::string(name->begin(), name->end()) : std::string();
+}
+
 ProgramImageHead head_named(const char *name) {
     ProgramImageHead head;
     head.header[0] = 0x00;
@@ -45,10 +54,13 @@ TEST(ProgramFile, EmptyProgramIsHeaderFourMarksAndCrc) {
 TEST(ProgramFile, PlayPeriodsGiveFlagOneAndTheRecordsWithoutCount) {
     ProgramImageHead head = head_named("P001");
     head.hasPlayPeriods = 1;
-    head.playPeriods[0] = 3;
-    for (std::size_t i = 1; i < head.playPeriods.size(); ++i) {
-        head.playPeriods[i] = static_cast<uint8_t>(0xA0 + i);
+    PlayPeriods periods(3);
+    uint8_t next = 0xA1;
+    for (PlayPeriod &period : periods) {
+        for (uint8_t &b : period.bytes)
+            b = next++;
     }
+    head.playPeriods = periods;
     auto image = begin_program_image(head);
     finish_program_image(image);
     ASSERT_EQ(image.size(), 27u + 18);
@@ -58,7 +70,7 @@ TEST(ProgramFile, PlayPeriodsGiveFlagOneAndTheRecordsWithoutCount) {
     }
     EXPECT_EQ(image[38], 0) << "frame mark follows the 18 period bytes";
 
-    // A cleared flag writes no period, whatever the block still holds.
+    // A cleared flag writes no period, whatever the list still holds.
     head.hasPlayPeriods = 0;
     EXPECT_EQ(begin_program_image(head).size(), 23u);
 }
@@ -187,18 +199,18 @@ TEST(ProgramFile, ReverseOrderOverPagesOfDifferentSizesKeepsTheDeclaredLength) {
 }
 
 TEST(ProgramFile, FileNameRule) {
-    EXPECT_EQ(program_file_name(7), "P007");
-    EXPECT_EQ(program_file_name(0), "P000");
-    EXPECT_EQ(program_file_name(42), "P042");
-    EXPECT_EQ(program_file_name(999), "P999");
-    EXPECT_EQ(program_file_name(1000), "1000");
-    EXPECT_EQ(program_file_name(9999), "9999");
-    EXPECT_EQ(program_file_name(10000), "");
+    EXPECT_EQ(name_of(7), "P007");
+    EXPECT_EQ(name_of(0), "P000");
+    EXPECT_EQ(name_of(42), "P042");
+    EXPECT_EQ(name_of(999), "P999");
+    EXPECT_EQ(name_of(1000), "1000");
+    EXPECT_EQ(name_of(9999), "9999");
+    EXPECT_EQ(name_of(10000), "");
     // Numbers that print as -100 to -999 are four characters and pass as they stand.
-    EXPECT_EQ(program_file_name(0xFFFFFC19u), "-999");
-    EXPECT_EQ(program_file_name(0xFFFFFF9Cu), "-100");
-    EXPECT_EQ(program_file_name(0xFFFFFF9Du), "");
-    EXPECT_EQ(program_file_name(0xFFFFFC18u), "");
+    EXPECT_EQ(name_of(0xFFFFFC19u), "-999");
+    EXPECT_EQ(name_of(0xFFFFFF9Cu), "-100");
+    EXPECT_EQ(name_of(0xFFFFFF9Du), "");
+    EXPECT_EQ(name_of(0xFFFFFC18u), "");
 }
 
 } // namespace

@@ -5,15 +5,16 @@
 #include <iterator>
 #include <zlib.h>
 
+#include "exports/program_access.h"
 #include "program/program_fixtures.h"
-#include "program/program_obj.h"
-#include "program/program_obj_g6.h"
 #include "support/capture.h"
 
 namespace zel {
 namespace {
 
 using namespace zel::test;
+using exports::current_program_g5;
+using exports::program_access_g6;
 
 class G5Program : public ::testing::Test {
   protected:
@@ -98,7 +99,7 @@ TEST_F(G5Program, PlayPeriodsSetTheFlagAndCountZeroClearsIt) {
     ASSERT_EQ(image.size(), 27u);
     EXPECT_EQ(image[6], 0);
     EXPECT_EQ(image[19], 0);
-    EXPECT_EQ(current_program_g5()->playPeriods[1], 0x5A) << "the old block stays";
+    EXPECT_EQ(current_program_g5()->playPeriods()[0].bytes[0], 0x5A) << "the old block stays";
 }
 
 TEST_F(G5Program, ReplacedAreaMovesToTheEndAndTheCountStaysHigh) {

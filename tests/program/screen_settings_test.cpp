@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "program/controller_types.h"
 #include "program/screen_settings.h"
+#include "sdk/controller_types.h"
 #include "support/capture.h"
 #include "zel_sdk_dual.h"
 

@@ -4,13 +4,14 @@
 #include <chrono>
 #include <thread>
 
-#include "program/program_obj.h"
-#include "program/program_obj_g6.h"
-#include "sdk/program_access.h"
+#include "exports/program_access.h"
 #include "zel_sdk_dual.h"
 
 namespace zel {
 namespace {
+
+using exports::program_access_g5;
+using exports::program_access_g6;
 
 TEST(ProgramAccess, FirstAccessSleepsOnceThenOwns) {
     ASSERT_EQ(zelDual_program_deleteProgram(), 0);

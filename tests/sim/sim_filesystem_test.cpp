@@ -3,8 +3,8 @@
 #include <numeric>
 #include <vector>
 
+#include "sdk/crc.h"
 #include "sim/sim_filesystem.h"
-#include "wire/crc.h"
 
 namespace zel::sim {
 namespace {

@@ -1,6 +1,6 @@
 #include "sim/frames.h"
 
-#include "wire/crc.h"
+#include "sdk/crc.h"
 
 namespace zel::sim {
 namespace {
@@ -199,7 +199,8 @@ std::vector<uint8_t> answer_inner(const AnswerLayout &layout) {
     std::vector<uint8_t> h;
     put_u16(h, 0x8000); // to the host
     put_u16(h, 0xFFFE);
-    h.push_back(layout.headerVersion >= 0 ? static_cast<uint8_t>(layout.headerVersion) : (g6 ? 7 : 5));
+    h.push_back(layout.headerVersion >= 0 ? static_cast<uint8_t>(layout.headerVersion)
+                                          : (g6 ? 7 : 5));
     h.push_back(layout.echo);
     put_u16(h, layout.deviceType);
     h.push_back(0);

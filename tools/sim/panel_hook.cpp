@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "program/controller_types.h"
+#include "sdk/controller_types.h"
 #include "simulator.h"
 
 namespace zel::sim {

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "sdk/bytes.h"
-#include "wire/crc.h"
+#include "sdk/crc.h"
 
 namespace zel::sim {
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "wire/crc.h"
+#include "sdk/crc.h"
 #include "zel_sdk_dual.h"
 
 namespace zel {

@@ -15,7 +15,6 @@ using namespace zel::commands;
 
 namespace {
 
-
 const uint8_t *bytes_of(const char *text) {
     return reinterpret_cast<const uint8_t *>(text);
 }

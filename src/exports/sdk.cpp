@@ -10,9 +10,13 @@ using namespace zel;
 
 extern "C" {
 
-ZEL_API int32_t zelDual_InitSdk(void) { return guarded(-1, [] { return init_sdk(); }); }
+ZEL_API int32_t zelDual_InitSdk(void) {
+    return guarded(-1, [] { return init_sdk(); });
+}
 
-ZEL_API int32_t zelDual_ReleaseSdk(void) { return release_sdk(); }
+ZEL_API int32_t zelDual_ReleaseSdk(void) {
+    return release_sdk();
+}
 
 ZEL_API int32_t zelDual_set_screenNum_G56(uint16_t screenNum) {
     g_screenNum.store(screenNum, std::memory_order_relaxed);
@@ -24,8 +28,12 @@ ZEL_API int32_t zelDual_set_packetLen(uint16_t packetLen) {
     return 0;
 }
 
-ZEL_API int32_t zelDual_program_deleteProgram(void) { return delete_program(); }
+ZEL_API int32_t zelDual_program_deleteProgram(void) {
+    return delete_program();
+}
 
-ZEL_API int32_t zelDual_program_deleteProgram_G6(void) { return delete_program(); }
+ZEL_API int32_t zelDual_program_deleteProgram_G6(void) {
+    return delete_program();
+}
 
 } // extern "C"

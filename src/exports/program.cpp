@@ -1,40 +1,39 @@
-// Exported entries of the program family.
+// Exported entries of the G5 program family.
 #include "zel_sdk_dual.h"
 
 #include <cstdio>
 #include <cstring>
 
-#include "program/program_obj.h"
-#include "program/screen_settings.h"
-#include "render/page_records.h"
+#include "commands/files.h"
+#include "commands/peer_call.h"
+#include "exports/program_access.h"
+#include "exports/records.h"
 #include "render/pictures_area.h"
 #include "sdk/console.h"
 #include "sdk/guard.h"
 #include "sdk/host_buffer.h"
+#include "sdk/screen_globals.h"
 
 using namespace zel;
+using namespace zel::exports;
 
 namespace {
-
-const uint8_t *bytes_of(const void *record) {
-    return static_cast<const uint8_t *>(record);
-}
 
 // The picture area `areaID` of the current G5 program, or null.
 PicturesArea *pictures_area(uint16_t areaID) {
     ProgramObj *program = current_program_g5();
-    return program == nullptr ? nullptr : program->findPicturesArea(areaID);
+    return program == nullptr ? nullptr : program->findAreaOf<PicturesArea>(areaID);
 }
 
-int32_t set_header(ZelProgramHeader_G5 *header) {
-    if (header == nullptr) return -1;
+// The header entries: the name replaces the number in the caller's record too.
+int32_t set_header(ZelProgramHeader_G5 *record) {
+    if (record == nullptr) return -1;
     ProgramObj *program = current_program_g5();
     if (program == nullptr) return -1;
-    return program->setHeader(reinterpret_cast<uint8_t *>(header));
-}
-
-TextPageParams text_params(const TextPageParams_G5 *params) {
-    return unpack_text_page_params_g5({bytes_of(params), kTextPageParamsG5Size});
+    if (program->setHeader(unpack(*record)) != 0) return -1;
+    std::memcpy(reinterpret_cast<uint8_t *>(record) + offsetof(ZelProgramHeader_G5, ProgramName),
+                program->fileName().data(), program->fileName().size());
+    return 0;
 }
 
 enum class FontBy { Name, File };
@@ -46,7 +45,7 @@ int32_t add_text(uint16_t areaID, const char *text, const char *font,
         if (text == nullptr || params == nullptr) return -1;
         PicturesArea *area = pictures_area(areaID);
         if (area == nullptr) return -1;
-        const TextPageParams p = text_params(params);
+        const TextPageParams p = unpack(*params);
         const char *named = font == nullptr ? "" : font;
         if (by == FontBy::Name) {
             area->addText(text, named, p.style, p.display);
@@ -62,19 +61,24 @@ int32_t change_text(uint16_t areaID, const char *text, const TextPageParams_G5 *
         if (text == nullptr || params == nullptr) return -1;
         PicturesArea *area = pictures_area(areaID);
         if (area == nullptr) return -1;
-        const TextPageParams p = text_params(params);
+        const TextPageParams p = unpack(*params);
         area->changeText(text, p.style, p.display);
         return 0;
     });
 }
 
-// The program that zelDual_program_pictureArea sends: P000, played once, every day, for ever.
-constexpr uint8_t kTestProgramHeader[kProgramHeaderSize] = {
-    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00,
-    0xFF, 0xFF, 0xFF, 0x12, 0x12, 0xFF, 0xFF, 0x12, 0x12};
-// Area 0, type 0, at x 943, y 0, 80 x 80.
-constexpr uint8_t kTestProgramArea[kAreaRecordSize] = {0x00, 0xAF, 0x03, 0x00, 0x00,
-                                                       0x50, 0x00, 0x50, 0x00};
+// The program that zelDual_program_pictureArea sends: P000, played once, every day, for ever,
+// with one empty area at x 943, y 0, 80 x 80.
+ProgramHeaderG5 test_program_header() {
+    ProgramHeaderG5 h;
+    h.programNumber = 0;
+    h.playTimes = 1;
+    h.week = 0xFF;
+    h.lifeStart = {0xFFFF, 0x12, 0x12};
+    h.lifeEnd = {0xFFFF, 0x12, 0x12};
+    return h;
+}
+constexpr AreaRect kTestProgramArea{943, 0, 80, 80};
 constexpr uint8_t kOverwrite = 1;
 
 } // namespace
@@ -115,7 +119,7 @@ ZEL_API int32_t zelDual_program_addPlayPeriodGrp(const ZelPlayPeriods_G5 *period
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || periods == nullptr) return -1;
-        program->addPlayPeriodGrp(bytes_of(periods));
+        program->setPlayPeriods(unpack(*periods));
         return 0;
     });
 }
@@ -124,7 +128,7 @@ ZEL_API int32_t zelDual_program_AddArea(uint16_t areaID, const ZelAreaRecord_G5 
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || area == nullptr) return -1;
-        return program->addArea(areaID, bytes_of(area));
+        return program->addArea(areaID, area->AreaType, unpack_rect(*area));
     });
 }
 
@@ -142,7 +146,10 @@ ZEL_API int32_t zelDual_program_MoveArea(uint16_t areaID, uint32_t x, uint32_t y
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr) return -1;
-        return program->moveArea(areaID, x, y, width, height);
+        // Each value is stored as its low 16 bits.
+        return program->moveArea(areaID,
+                                 {static_cast<uint16_t>(x), static_cast<uint16_t>(y),
+                                  static_cast<uint16_t>(width), static_cast<uint16_t>(height)});
     });
 }
 
@@ -183,9 +190,7 @@ ZEL_API int32_t zelDual_program_pictureAreaAddPic(uint16_t areaID, uint16_t picI
         }
         PicturesArea *area = pictures_area(areaID);
         if (area == nullptr) return -1;
-        area->addPicture(
-            picID, path,
-            unpack_picture_page_params_g5({bytes_of(params), kPicturePageParamsG5Size}));
+        area->addPicture(picID, path, unpack_picture_page(*params));
         return 0;
     });
 }
@@ -211,14 +216,14 @@ ZEL_API int32_t zelDual_program_IntegrateProgramFile(ZelProgramFile_G5 *file) {
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || file == nullptr) return -1;
-        program->integrate();
-        uint8_t *copy = host_copy(program->fileData.data(), program->fileData.size());
+        const ProgramFileImage &image = program->integrate();
+        uint8_t *copy = host_copy(image.data.data(), image.data.size());
         if (copy == nullptr) return -1;
-        std::memcpy(file->fileName, program->fileName.data(), 4);
-        file->fileType = program->fileType;
-        file->fileLen = static_cast<uint32_t>(program->fileData.size());
+        std::memcpy(file->fileName, image.name.data(), image.name.size());
+        file->fileType = image.type;
+        file->fileLen = static_cast<uint32_t>(image.data.size());
         file->fileData = copy;
-        file->fileCrc = program->fileCrc;
+        file->fileCrc = image.crc;
         return 0;
     });
 }
@@ -231,15 +236,16 @@ ZEL_API int32_t zelDual_program_pictureArea(const void * /*reserved*/, const cha
         g_doubleColor.store(2, std::memory_order_relaxed);
         ProgramObj *program = current_program_g5();
         if (program == nullptr || address == nullptr) return -1;
-        uint8_t header[kProgramHeaderSize];
-        std::memcpy(header, kTestProgramHeader, sizeof header);
-        program->setHeader(header);
-        program->addArea(0, kTestProgramArea);
-        program->integrate();
-        // One connection with its probe, then the write: what zelDual_cmd_ofsWriteFile does.
-        return zelDual_cmd_ofsWriteFile(address, port, program->fileName.data(), program->fileType,
-                                        static_cast<uint32_t>(program->fileData.size()), kOverwrite,
-                                        program->fileData.data());
+        program->setHeader(test_program_header());
+        program->addArea(0, kAreaTypePictures, kTestProgramArea);
+        const ProgramFileImage &image = program->integrate();
+        // One connection with its probe, then the write, as every file entry makes them.
+        return commands::with_tcp_peer(address, port, [&](KOR_command &peer) {
+            return commands::writeFile(peer, commands::FileSpace::Ofs,
+                                       reinterpret_cast<const uint8_t *>(image.name.data()),
+                                       image.type, static_cast<uint32_t>(image.data.size()),
+                                       kOverwrite, image.data.data());
+        });
     });
 }
 

@@ -1,7 +1,7 @@
 // Exported checks.
 #include "zel_sdk_dual.h"
 
-#include "wire/crc.h"
+#include "sdk/crc.h"
 
 using namespace zel;
 

@@ -1,4 +1,4 @@
-#include "wire/crc.h"
+#include "sdk/crc.h"
 
 #include <zlib.h>
 
@@ -22,7 +22,9 @@ static_assert(kCrc16Table[1] == 0xC0C1 && kCrc16Table[2] == 0xC181 && kCrc16Tabl
 
 } // namespace
 
-const std::array<uint16_t, 256> &crc16_table() { return kCrc16Table; }
+const std::array<uint16_t, 256> &crc16_table() {
+    return kCrc16Table;
+}
 
 uint8_t crc16_table_byte(std::size_t index) {
     const uint16_t entry = kCrc16Table[(index / 2) & 0xFF];

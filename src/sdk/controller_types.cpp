@@ -1,4 +1,4 @@
-#include "program/controller_types.h"
+#include "sdk/controller_types.h"
 
 #include <algorithm>
 #include <array>

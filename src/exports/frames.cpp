@@ -1,11 +1,13 @@
-// Exported entries of the clock, frame and background subsystem: the G5 frames.
+// Exported entries of the G5 frames: the program frame and the area frames.
 #include "zel_sdk_dual.h"
 
 #include "clock/frame.h"
-#include "program/program_obj.h"
+#include "exports/program_access.h"
+#include "exports/records.h"
 #include "sdk/guard.h"
 
 using namespace zel;
+using namespace zel::exports;
 
 namespace {
 
@@ -13,7 +15,7 @@ int32_t add_program_frame_g5(const ZelFrameHeader_G5 *frame, const char *pngPath
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || frame == nullptr || pngPath == nullptr) return -1;
-        add_program_frame(*program, reinterpret_cast<const uint8_t *>(frame), pngPath);
+        program->addFrame(unpack(*frame), pngPath);
         return 0;
     });
 }
@@ -34,7 +36,7 @@ ZEL_API int32_t zelDual_program_removeFrame(void) {
     return guarded(-1, [] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr) return -1;
-        remove_program_frame(*program);
+        program->removeFrame();
         return 0;
     });
 }
@@ -45,9 +47,9 @@ ZEL_API int32_t zelDual_program_picturesAreaAddFrame(uint16_t areaID,
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || frame == nullptr || pngPath == nullptr) return -1;
-        PicturesArea *area = program->findPicturesArea(areaID);
+        PicturesArea *area = program->findAreaOf<PicturesArea>(areaID);
         if (area == nullptr) return -1;
-        add_area_frame(*area, reinterpret_cast<const uint8_t *>(frame), pngPath);
+        add_area_frame(*area, unpack(*frame), pngPath);
         return 0;
     });
 }
@@ -56,7 +58,7 @@ ZEL_API int32_t zelDual_program_pictureAreaRemoveFrame(uint16_t areaID) {
     return guarded(0, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr) return 0;
-        if (PicturesArea *area = program->findPicturesArea(areaID)) {
+        if (PicturesArea *area = program->findAreaOf<PicturesArea>(areaID)) {
             remove_area_frame(*area);
         }
         return 0;

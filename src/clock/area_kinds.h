@@ -1,0 +1,12 @@
+// The kinds of area that the clock layer adds to the programs' tables.
+#pragma once
+
+#include "program/area_kinds.h"
+
+namespace zel {
+
+// Adds the clock layer's kinds to a G5 program's table. Clock areas (type 2) are not built
+// yet, so there is nothing to add and a G5 program refuses type 2.
+void add_clock_area_kinds(AreaKindTable &table);
+
+} // namespace zel

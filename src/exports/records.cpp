@@ -1,0 +1,67 @@
+#include "exports/records.h"
+
+#include <algorithm>
+
+namespace zel::exports {
+
+ProgramHeaderG5 unpack(const ZelProgramHeader_G5 &r) {
+    ProgramHeaderG5 h;
+    h.fileType = r.FileType;
+    h.programNumber = r.ProgramName;
+    h.programStyle = r.ProgramStyle;
+    h.playPeriodFlag = r.PlayPeriodFlag;
+    h.playTimes = r.ProgramPlayTimes;
+    h.timeSpan = r.ProgramTimeSpan;
+    h.week = r.ProgramWeek;
+    h.lifeStart = {r.ProgramLifeSpan_sy, r.ProgramLifeSpan_sm, r.ProgramLifeSpan_sd};
+    h.lifeEnd = {r.ProgramLifeSpan_ey, r.ProgramLifeSpan_em, r.ProgramLifeSpan_ed};
+    return h;
+}
+
+PlayPeriods unpack(const ZelPlayPeriods_G5 &r) {
+    constexpr std::size_t kPeriodsInBlock = sizeof r.periods / sizeof r.periods[0];
+    PlayPeriods periods(r.count);
+    for (std::size_t i = 0; i < periods.size() && i < kPeriodsInBlock; ++i) {
+        std::copy_n(r.periods[i], kPlayPeriodRecordSize, periods[i].bytes.begin());
+    }
+    return periods;
+}
+
+AreaRect unpack_rect(const ZelAreaRecord_G5 &r) {
+    return {r.AreaX, r.AreaY, r.AreaWidth, r.AreaHeight};
+}
+
+PageDisplayRecord unpack_picture_page(const TextPageParams_G5 &r) {
+    PageDisplayRecord p;
+    p.pageByte0 = r.pageByte0;
+    p.displayEffect = r.displayEffect;
+    p.pageByte2 = r.pageByte2;
+    p.pageByte3 = r.pageByte3;
+    p.pageWord4 = r.pageWord4;
+    p.pageByte6 = r.pageByte6;
+    p.pageWidth = r.pageWidth;
+    p.reserved = 0;
+    return p;
+}
+
+TextPageParams unpack(const TextPageParams_G5 &r) {
+    TextPageParams params;
+    params.display = unpack_picture_page(r);
+    TextStyleRecord &s = params.style;
+    s.arrMode = r.arrMode;
+    s.fontSize = r.fontSize;
+    s.fontColor = r.fontColor;
+    s.fontBold = r.fontBold;
+    s.fontItalic = r.fontItalic;
+    s.styleWord12 = r.styleWord12;
+    s.styleWord16 = r.styleWord16;
+    s.horizontalAlign = r.horizontalAlign;
+    s.verticalAlign = r.verticalAlign;
+    return params;
+}
+
+FrameHeaderG5 unpack(const ZelFrameHeader_G5 &r) {
+    return {r.frameMark, r.frameParam1, r.frameParam2, r.frameParam3, r.frameParam4, r.frameParam5};
+}
+
+} // namespace zel::exports

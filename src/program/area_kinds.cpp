@@ -1,0 +1,75 @@
+#include "program/area_kinds.h"
+
+#include <algorithm>
+
+#include "program/program_file.h"
+#include "render/pictures_area.h"
+
+namespace zel {
+namespace {
+
+// The view of a rendered picture area that the file writer takes.
+PictureAreaImage picture_area_image(const PicturesArea &area) {
+    PictureAreaImage image;
+    image.areaHeader = area.areaHeader;
+    image.frameEnabled = area.frameEnabled != 0;
+    image.frameRecord = area.frameRecord;
+    image.frameData =
+        std::span<const uint8_t>(area.frameData)
+            .first(std::min<std::size_t>(area.frameDataLength, area.frameData.size()));
+    image.displayRecord = area.displayRecord.bytes();
+    image.drawWidth = area.drawWidth;
+    image.lastPageWidth = area.lastPageWidth;
+    image.textPageCount = area.textPageCount;
+    for (const PictureDetail &detail : area.pictureDetails) {
+        image.pictureHeaders.push_back(detail.record.bytes());
+    }
+    for (const auto &page : area.encodedPages) {
+        image.pages.emplace_back(page);
+    }
+    return image;
+}
+
+std::unique_ptr<TKarea> make_pictures_area() {
+    return std::make_unique<PicturesArea>();
+}
+
+std::vector<uint8_t> pictures_area_body_g5(TKarea &area) {
+    auto &pictures = dynamic_cast<PicturesArea &>(area);
+    pictures.renderPages();
+    const PictureAreaImage view = picture_area_image(pictures);
+    std::vector<uint8_t> body = picture_area_body(view);
+    // The writer rewrites the common header's page width for every page; the area keeps the
+    // last one written.
+    for (const PagePlacement &placement : picture_page_order(view)) {
+        if (placement.pictureHeader < 0) {
+            pictures.displayRecord.pageWidth = placement.width;
+        }
+    }
+    return body;
+}
+
+} // namespace
+
+void AreaKindTable::add(const AreaKind &kind) {
+    const auto same = std::find_if(m_kinds.begin(), m_kinds.end(),
+                                   [&](const AreaKind &k) { return k.areaType == kind.areaType; });
+    if (same != m_kinds.end()) {
+        *same = kind;
+    } else {
+        m_kinds.push_back(kind);
+    }
+}
+
+const AreaKind *AreaKindTable::find(uint8_t areaType) const {
+    for (const AreaKind &kind : m_kinds) {
+        if (kind.areaType == areaType) return &kind;
+    }
+    return nullptr;
+}
+
+void add_program_area_kinds(AreaKindTable &table) {
+    table.add({kAreaTypePictures, &make_pictures_area, &pictures_area_body_g5});
+}
+
+} // namespace zel

@@ -1,0 +1,44 @@
+// The kinds of area a program can hold, by the area type byte of the add-area record.
+//
+// A program object knows no area class by name: it asks its table for a kind, which makes the
+// area and, at integration, renders it and writes its body. The program layer fills in the
+// picture area; the layers above fill in their own kinds (clocks, backgrounds) into the tables
+// that the exported entries hand to the program objects they make.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "render/area.h"
+
+namespace zel {
+
+// Area type bytes of the add-area record.
+inline constexpr uint8_t kAreaTypePictures = 0;
+inline constexpr uint8_t kAreaTypeTime = 2;
+
+struct AreaKind {
+    uint8_t areaType = 0;
+    // A new, empty area of this kind.
+    std::unique_ptr<TKarea> (*make)() = nullptr;
+    // Renders an area of this kind with the screen settings of now and returns its body in a
+    // G5 program file (what follows the block's length word). Throws what rendering throws.
+    std::vector<uint8_t> (*bodyG5)(TKarea &area) = nullptr;
+};
+
+class AreaKindTable {
+  public:
+    // Adds a kind; a kind of the same type is replaced.
+    void add(const AreaKind &kind);
+    // The kind of an area type, or null when the table has none.
+    const AreaKind *find(uint8_t areaType) const;
+
+  private:
+    std::vector<AreaKind> m_kinds;
+};
+
+// The kinds that the program layer itself provides: the picture and text area (type 0).
+void add_program_area_kinds(AreaKindTable &table);
+
+} // namespace zel
