@@ -42,7 +42,7 @@ template <class Measurer> void breakText(benchmark::State &state) {
     std::size_t lines = 0;
     for (auto _ : state) {
         Measurer measurer(scratch.context(), text);
-        lines = zel::breakLines(text, width, measurer).size();
+        lines = zel::break_lines(text, width, measurer).size();
         benchmark::DoNotOptimize(lines);
     }
     state.counters["lines"] = static_cast<double>(lines);
@@ -67,7 +67,7 @@ void BM_RenderThreePages(benchmark::State &state) {
         return;
     }
     zel::PicturesArea area;
-    area.setAreaHeader(0, {0, 0, 128, 32});
+    area.set_area_header(0, {0, 0, 128, 32});
     zel::TextStyleRecord style;
     style.arrMode = zel::MULTILINE;
     style.fontSize = 12;

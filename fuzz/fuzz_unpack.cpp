@@ -19,6 +19,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     zel::LedTKPacket probe;
     std::vector<uint8_t> answer;
     uint16_t answerLen = 0;
-    probe.unpackProbe(data, length, answer, answerLen);
+    probe.unpack_probe(data, length, answer, answerLen);
     return 0;
 }

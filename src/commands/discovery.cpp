@@ -42,7 +42,7 @@ std::array<uint8_t, N> decimal_tokens(const char *text, char separator) {
 
 // Writes the sender of the UDP peer's last answer over the record's address field.
 void put_peer_address(BroadcastPeer &peer, uint8_t *record) {
-    peer.getPeerAddress(reinterpret_cast<char *>(record + kPingAddressOffset));
+    peer.get_peer_address(reinterpret_cast<char *>(record + kPingAddressOffset));
 }
 
 // Pings into a zeroed local answer and hands the record's 52 bytes on when unpack wrote them
@@ -138,7 +138,7 @@ int32_t search_controller(uint8_t *record) {
         TK_Broadcast udp;
         if (udp.init_AT() == 0) {
             char address[kPeerAddressLen] = {};
-            udp.getPeerAddress(address);
+            udp.get_peer_address(address);
             TK_Client client;
             if (client.init(address, kControllerTcpPort) != 0) {
                 client.close();

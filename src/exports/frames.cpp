@@ -15,7 +15,7 @@ int32_t add_program_frame_g5(const ZelFrameHeader_G5 *frame, const char *pngPath
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || frame == nullptr || pngPath == nullptr) return -1;
-        program->addFrame(unpack(*frame), pngPath);
+        program->add_frame(unpack(*frame), pngPath);
         return 0;
     });
 }
@@ -36,7 +36,7 @@ ZEL_API int32_t zelDual_program_removeFrame(void) {
     return guarded(-1, [] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr) return -1;
-        program->removeFrame();
+        program->remove_frame();
         return 0;
     });
 }
@@ -47,7 +47,7 @@ ZEL_API int32_t zelDual_program_picturesAreaAddFrame(uint16_t areaID,
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || frame == nullptr || pngPath == nullptr) return -1;
-        PicturesArea *area = program->findAreaOf<PicturesArea>(areaID);
+        PicturesArea *area = program->find_area_of<PicturesArea>(areaID);
         if (area == nullptr) return -1;
         add_area_frame(*area, unpack(*frame), pngPath);
         return 0;
@@ -58,7 +58,7 @@ ZEL_API int32_t zelDual_program_pictureAreaRemoveFrame(uint16_t areaID) {
     return guarded(0, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr) return 0;
-        if (PicturesArea *area = program->findAreaOf<PicturesArea>(areaID)) {
+        if (PicturesArea *area = program->find_area_of<PicturesArea>(areaID)) {
             remove_area_frame(*area);
         }
         return 0;

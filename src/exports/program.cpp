@@ -22,7 +22,7 @@ namespace {
 // The picture area `areaID` of the current G5 program, or null.
 PicturesArea *pictures_area(uint16_t areaID) {
     ProgramObj *program = current_program_g5();
-    return program == nullptr ? nullptr : program->findAreaOf<PicturesArea>(areaID);
+    return program == nullptr ? nullptr : program->find_area_of<PicturesArea>(areaID);
 }
 
 // The header entries: the name replaces the number in the caller's record too.
@@ -30,9 +30,9 @@ int32_t set_header(ZelProgramHeader_G5 *record) {
     if (record == nullptr) return -1;
     ProgramObj *program = current_program_g5();
     if (program == nullptr) return -1;
-    if (program->setHeader(unpack(*record)) != 0) return -1;
+    if (program->set_header(unpack(*record)) != 0) return -1;
     std::memcpy(reinterpret_cast<uint8_t *>(record) + offsetof(ZelProgramHeader_G5, ProgramName),
-                program->fileName().data(), program->fileName().size());
+                program->file_name().data(), program->file_name().size());
     return 0;
 }
 
@@ -119,7 +119,7 @@ ZEL_API int32_t zelDual_program_addPlayPeriodGrp(const ZelPlayPeriods_G5 *period
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || periods == nullptr) return -1;
-        program->setPlayPeriods(unpack(*periods));
+        program->set_play_periods(unpack(*periods));
         return 0;
     });
 }
@@ -128,7 +128,7 @@ ZEL_API int32_t zelDual_program_AddArea(uint16_t areaID, const ZelAreaRecord_G5 
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr || area == nullptr) return -1;
-        return program->addArea(areaID, area->AreaType, unpack_rect(*area));
+        return program->add_area(areaID, area->AreaType, unpack_rect(*area));
     });
 }
 
@@ -136,7 +136,7 @@ ZEL_API int32_t zelDual_program_deleteArea(uint16_t areaID) {
     return guarded(-1, [&] {
         ProgramObj *program = current_program_g5();
         if (program == nullptr) return -1;
-        program->deleteArea(areaID);
+        program->delete_area(areaID);
         return 0;
     });
 }
@@ -147,9 +147,9 @@ ZEL_API int32_t zelDual_program_MoveArea(uint16_t areaID, uint32_t x, uint32_t y
         ProgramObj *program = current_program_g5();
         if (program == nullptr) return -1;
         // Each value is stored as its low 16 bits.
-        return program->moveArea(areaID,
-                                 {static_cast<uint16_t>(x), static_cast<uint16_t>(y),
-                                  static_cast<uint16_t>(width), static_cast<uint16_t>(height)});
+        return program->move_area(areaID,
+                                  {static_cast<uint16_t>(x), static_cast<uint16_t>(y),
+                                   static_cast<uint16_t>(width), static_cast<uint16_t>(height)});
     });
 }
 
@@ -236,8 +236,8 @@ ZEL_API int32_t zelDual_program_pictureArea(const void * /*reserved*/, const cha
         g_doubleColor.store(2, std::memory_order_relaxed);
         ProgramObj *program = current_program_g5();
         if (program == nullptr || address == nullptr) return -1;
-        program->setHeader(test_program_header());
-        program->addArea(0, kAreaTypePictures, kTestProgramArea);
+        program->set_header(test_program_header());
+        program->add_area(0, kAreaTypePictures, kTestProgramArea);
         const ProgramFileImage &image = program->integrate();
         // One connection with its probe, then the write, as every file entry makes them.
         return commands::with_tcp_peer(address, port, [&](KOR_command &peer) {

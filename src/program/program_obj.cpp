@@ -15,7 +15,7 @@ ProgramObj::ProgramObj(const AreaKindTable &kinds) : m_kinds(&kinds) {}
 
 ProgramObj::~ProgramObj() = default;
 
-int32_t ProgramObj::setHeader(const ProgramHeaderG5 &header) {
+int32_t ProgramObj::set_header(const ProgramHeaderG5 &header) {
     const std::optional<FileName> name = program_file_name(header.programNumber);
     if (!name) {
         return -1;
@@ -25,7 +25,7 @@ int32_t ProgramObj::setHeader(const ProgramHeaderG5 &header) {
     return 0;
 }
 
-void ProgramObj::setPlayPeriods(PlayPeriods periods) {
+void ProgramObj::set_play_periods(PlayPeriods periods) {
     if (!periods.empty()) {
         m_hasPlayPeriods = true;
         m_playPeriods = std::move(periods);
@@ -36,17 +36,17 @@ void ProgramObj::setPlayPeriods(PlayPeriods periods) {
     }
 }
 
-int32_t ProgramObj::addArea(uint16_t areaID, uint8_t areaType, const AreaRect &rect) {
+int32_t ProgramObj::add_area(uint16_t areaID, uint8_t areaType, const AreaRect &rect) {
     const AreaKind *kind = m_kinds->find(areaType);
     if (kind == nullptr || kind->make == nullptr) {
         return -1;
     }
-    placeArea(areaID, kind->make(), areaType, rect);
+    place_area(areaID, kind->make(), areaType, rect);
     return 0;
 }
 
-void ProgramObj::placeArea(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_t areaType,
-                           const AreaRect &rect) {
+void ProgramObj::place_area(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_t areaType,
+                            const AreaRect &rect) {
     // A replaced area leaves its place; the new one goes to the end, and the count still
     // rises, so the file's count stands one above its area blocks. Deliberate.
     const auto same = std::find_if(m_areas.begin(), m_areas.end(),
@@ -54,13 +54,13 @@ void ProgramObj::placeArea(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_
     if (same != m_areas.end()) {
         m_areas.erase(same);
     }
-    area->setAreaHeader(areaType, rect);
+    area->set_area_header(areaType, rect);
     area->areaID = areaID;
     m_areas.push_back(std::move(area));
     ++m_areaCount;
 }
 
-void ProgramObj::deleteArea(uint16_t areaID) {
+void ProgramObj::delete_area(uint16_t areaID) {
     const auto found = std::find_if(m_areas.begin(), m_areas.end(),
                                     [&](const auto &a) { return a->areaID == areaID; });
     if (found != m_areas.end()) {
@@ -72,25 +72,25 @@ void ProgramObj::deleteArea(uint16_t areaID) {
     }
 }
 
-int32_t ProgramObj::moveArea(uint16_t areaID, const AreaRect &rect) {
-    TKarea *area = findArea(areaID);
+int32_t ProgramObj::move_area(uint16_t areaID, const AreaRect &rect) {
+    TKarea *area = find_area(areaID);
     if (area == nullptr) {
         console_printf("Error:Wrong areaID.This area does not exist.\n");
         return kWrongAreaId;
     }
-    area->setRect(rect);
+    area->set_rect(rect);
     area->layoutText();
     return 0;
 }
 
-TKarea *ProgramObj::findArea(uint16_t areaID) const {
+TKarea *ProgramObj::find_area(uint16_t areaID) const {
     for (const auto &area : m_areas) {
         if (area->areaID == areaID) return area.get();
     }
     return nullptr;
 }
 
-bool ProgramObj::loadFramePicture(const std::string &pngPath, bool freshHolder) {
+bool ProgramObj::load_frame_picture(const std::string &pngPath, bool freshHolder) {
     if (freshHolder || !m_framePicture) {
         m_framePicture = std::make_unique<PicturesAreaFrame>();
     }
@@ -102,22 +102,22 @@ bool ProgramObj::loadFramePicture(const std::string &pngPath, bool freshHolder) 
     return true;
 }
 
-void ProgramObj::encodeFrame() {
+void ProgramObj::encode_frame() {
     const TKarea scratch; // only for its gamma tables
     std::vector<uint8_t> strip = m_framePicture->encode(scratch);
     m_frameData = std::move(strip);
     m_hasFrame = true;
 }
 
-void ProgramObj::addFrame(const FrameHeaderG5 &header, const std::string &pngPath) {
+void ProgramObj::add_frame(const FrameHeaderG5 &header, const std::string &pngPath) {
     m_hasFrame = false;
     m_frameHeader = header;
-    if (loadFramePicture(pngPath, false)) {
-        encodeFrame();
+    if (load_frame_picture(pngPath, false)) {
+        encode_frame();
     }
 }
 
-void ProgramObj::removeFrame() {
+void ProgramObj::remove_frame() {
     m_framePicture.reset();
     m_hasFrame = false;
 }

@@ -6,12 +6,12 @@
 // play periods. Both take their area kinds from the table they are made with.
 //
 // Invariants:
-// - areaCount() is never below the number of areas held: replacing an area keeps the count
+// - area_count() is never below the number of areas held: replacing an area keeps the count
 //   risen, deleting one lowers both, deleting all resets both.
 // - The areas are held in order of (last) addition and found by the first equal identifier.
-// - hasFrame() implies that the frame strip was encoded; a strip that the encoder refuses
+// - has_frame() implies that the frame strip was encoded; a strip that the encoder refuses
 //   leaves the frame as it was.
-// - fileName() is the name the header's number gave, or empty before the first header.
+// - file_name() is the name the header's number gave, or empty before the first header.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +31,7 @@ namespace zel {
 
 // The one result code of the program family besides 0 and -1: an unknown area to move.
 inline constexpr int32_t kWrongAreaId = 29;
-// deleteArea with this identifier empties the program, unless an area carries it.
+// delete_area with this identifier empties the program, unless an area carries it.
 inline constexpr uint16_t kAllAreas = 0xFFFF;
 
 enum class Generation { G5, G6 };
@@ -57,47 +57,47 @@ class ProgramObj : public ProgramObject {
     // ---- Header ----
     // Applies the file-name rule to the header's number: 0 with the header and its name
     // stored, or -1 with nothing changed.
-    int32_t setHeader(const ProgramHeaderG5 &header);
+    int32_t set_header(const ProgramHeaderG5 &header);
     const ProgramHeaderG5 &header() const { return m_header; }
-    const FileName &fileName() const { return m_fileName; }
+    const FileName &file_name() const { return m_fileName; }
 
     // ---- Play periods ----
     // A non-empty list is stored and switches the periods on (and the header's flag to 1); an
     // empty one switches them off (flag 0) and keeps the list that was there.
-    void setPlayPeriods(PlayPeriods periods);
-    bool hasPlayPeriods() const { return m_hasPlayPeriods; }
-    const PlayPeriods &playPeriods() const { return m_playPeriods; }
+    void set_play_periods(PlayPeriods periods);
+    bool has_play_periods() const { return m_hasPlayPeriods; }
+    const PlayPeriods &play_periods() const { return m_playPeriods; }
 
     // ---- Areas ----
     // Adds an area of the table's kind for `areaType` at `rect`, replacing an area of the same
     // identifier (whose place goes, while the count still rises). 0; -1 for a type the table
     // does not know, with nothing changed.
-    int32_t addArea(uint16_t areaID, uint8_t areaType, const AreaRect &rect);
+    int32_t add_area(uint16_t areaID, uint8_t areaType, const AreaRect &rect);
     // Deletes the area, or all areas for kAllAreas when no area has that identifier; an
     // unknown identifier changes nothing.
-    void deleteArea(uint16_t areaID);
+    void delete_area(uint16_t areaID);
     // Gives the area a new rectangle and lays its content out again. 0, or kWrongAreaId with
     // its console line when the area does not exist.
-    int32_t moveArea(uint16_t areaID, const AreaRect &rect);
+    int32_t move_area(uint16_t areaID, const AreaRect &rect);
     // The first area with this identifier, or null.
-    TKarea *findArea(uint16_t areaID) const;
+    TKarea *find_area(uint16_t areaID) const;
     // The same when it is an area of class Area (null otherwise).
-    template <class Area> Area *findAreaOf(uint16_t areaID) const {
-        return dynamic_cast<Area *>(findArea(areaID));
+    template <class Area> Area *find_area_of(uint16_t areaID) const {
+        return dynamic_cast<Area *>(find_area(areaID));
     }
-    uint32_t areaCount() const { return m_areaCount; }
-    std::size_t areasHeld() const { return m_areas.size(); }
+    uint32_t area_count() const { return m_areaCount; }
+    std::size_t areas_held() const { return m_areas.size(); }
 
     // ---- Program frame ----
     // The G5 add and change: replaces any frame and never fails. The header stands in any
     // case; a PNG that cannot be read prints "Error:Can't find frame png.\n" and leaves no
     // frame. The strip is encoded now, with the screen settings of this moment.
-    void addFrame(const FrameHeaderG5 &header, const std::string &pngPath);
+    void add_frame(const FrameHeaderG5 &header, const std::string &pngPath);
     // Drops the PNG and the mark; the encoded strip stays until the next frame.
-    void removeFrame();
-    bool hasFrame() const { return m_hasFrame; }
-    const FrameHeaderG5 &frameHeader() const { return m_frameHeader; }
-    std::span<const uint8_t> frameStrip() const { return m_frameData; }
+    void remove_frame();
+    bool has_frame() const { return m_hasFrame; }
+    const FrameHeaderG5 &frame_header() const { return m_frameHeader; }
+    std::span<const uint8_t> frame_strip() const { return m_frameData; }
 
     // ---- File image ----
     // Renders every area with the screen settings of now and builds the G5 image, then
@@ -110,22 +110,21 @@ class ProgramObj : public ProgramObject {
     const AreaKindTable &kinds() const { return *m_kinds; }
     const std::vector<std::unique_ptr<TKarea>> &areas() const { return m_areas; }
 
-    // Puts a made area in the list as addArea does: a same identifier leaves its place, the
+    // Puts a made area in the list as add_area does: a same identifier leaves its place, the
     // new area goes to the end, the count rises.
-    void placeArea(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_t areaType,
-                   const AreaRect &rect);
+    void place_area(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_t areaType,
+                    const AreaRect &rect);
     // Raises the count alone (a G6 program counts areas of unknown types that it never made).
-    void countArea() { ++m_areaCount; }
+    void count_area() { ++m_areaCount; }
 
     // The pieces of the frame operations that the G6 add and change put together otherwise.
     // Loads the PNG into the holder (a new one when `freshHolder` or when there is none); true
     // when it has pixels.
-    bool loadFramePicture(const std::string &pngPath, bool freshHolder);
-    bool hasFramePicture() const { return m_framePicture != nullptr; }
+    bool load_frame_picture(const std::string &pngPath, bool freshHolder);
+    bool has_frame_picture() const { return m_framePicture != nullptr; }
     // Encodes the held strip and marks the frame present; a strip that the encoder refuses
     // (it throws) leaves the frame as it was.
-    void encodeFrame();
-    void clearFrameMark() { m_hasFrame = false; }
+    void encode_frame();
 
   private:
     const AreaKindTable *m_kinds;

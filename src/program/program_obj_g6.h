@@ -21,11 +21,13 @@ class ProgramObj_g6 : public ProgramObj {
     // ---- Program frame ----
     // Refuses (-1, silently) while a frame is present; -1 with "Error:Can't find frame png.\n"
     // for an unreadable PNG. Otherwise the strip is encoded now and the result is 0.
-    int32_t addFrameG6(const FrameParamsG6 &params, const std::string &pngPath);
+    int32_t add_frame_g6(const FrameParamsG6 &params, const std::string &pngPath);
     // Replaces the frame of a program that has one ("Error:No frame have been added.\n" and -1
     // otherwise). The new header stands even when the PNG cannot be read, beside the old strip.
-    int32_t changeFrameG6(const FrameParamsG6 &params, const std::string &pngPath);
-    const std::array<uint8_t, kFrameRecordSizeG6> &frameHeaderG6() const { return m_frameHeaderG6; }
+    int32_t change_frame_g6(const FrameParamsG6 &params, const std::string &pngPath);
+    const std::array<uint8_t, kFrameRecordSizeG6> &frame_header_g6() const {
+        return m_frameHeaderG6;
+    }
 
   private:
     std::array<uint8_t, kFrameRecordSizeG6> m_frameHeaderG6{};

@@ -14,7 +14,7 @@ int32_t setScreenParams_G56(E_ScreenColor_G56 color, uint16_t controllerType,
     g_screenColor.store(color, std::memory_order_relaxed);
     g_controllerType.store(controllerType, std::memory_order_relaxed);
     uint32_t mode = 0;
-    if (const auto known = tranPixelModeOf(controllerType)) {
+    if (const auto known = tran_pixel_mode_of(controllerType)) {
         mode = *known;
     } else {
         console_printf("Error:can't find tranPixelMode,use 0 instead.\n");

@@ -48,20 +48,20 @@ TKarea::TKarea() {
         fill_gamma(gammaGreen, i);
         fill_gamma(gammaBlue, i);
     }
-    ensureFreeTypeLibrary();
+    ensure_free_type_library();
 }
 
 TKarea::~TKarea() = default;
 
 void TKarea::layoutText() {}
 
-void TKarea::setAreaHeader(uint8_t type, const AreaRect &rect) {
+void TKarea::set_area_header(uint8_t type, const AreaRect &rect) {
     areaHeader[0] = type;
     areaType = type;
-    setRect(rect);
+    set_rect(rect);
 }
 
-void TKarea::setRect(const AreaRect &rect) {
+void TKarea::set_rect(const AreaRect &rect) {
     x = rect.x;
     y = rect.y;
     width = rect.width;

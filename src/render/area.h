@@ -41,7 +41,7 @@ class TKarea {
     TKarea &operator=(const TKarea &) = delete;
 
     // Slot 1. Empty here; picture areas and clocks break their content into lines and pages.
-    // The program objects call it after moving an area (setRect).
+    // The program objects call it after moving an area (set_rect).
     virtual void layoutText();
 
     // ---- Geometry ----
@@ -68,16 +68,16 @@ class TKarea {
     std::array<uint8_t, 256> gammaGreen{};
     std::array<uint8_t, 256> gammaBlue{};
 
-    uint8_t headerType() const { return areaHeader[0]; }
-    uint16_t headerX() const { return headerWord(1); }
-    uint16_t headerY() const { return headerWord(3); }
-    uint16_t headerWidth() const { return headerWord(5); }
-    uint16_t headerHeight() const { return headerWord(7); }
+    uint8_t header_type() const { return areaHeader[0]; }
+    uint16_t header_x() const { return header_word(1); }
+    uint16_t header_y() const { return header_word(3); }
+    uint16_t header_width() const { return header_word(5); }
+    uint16_t header_height() const { return header_word(7); }
     // Keeps the type and the rectangle both as the 9-byte add-area record that the program
     // files repeat and in areaType, x, y, width, height.
-    void setAreaHeader(uint8_t type, const AreaRect &rect);
+    void set_area_header(uint8_t type, const AreaRect &rect);
     // Writes a new rectangle into both x, y, width, height and areaHeader (the type stays).
-    void setRect(const AreaRect &rect);
+    void set_rect(const AreaRect &rect);
     AreaRect rect() const { return {x, y, width, height}; }
 
     // ---- Character conversion ----
@@ -107,7 +107,7 @@ class TKarea {
     static void applyTextColor(cairo_t *cr, uint32_t color);
 
   private:
-    uint16_t headerWord(std::size_t offset) const {
+    uint16_t header_word(std::size_t offset) const {
         return static_cast<uint16_t>(areaHeader[offset] | (areaHeader[offset + 1] << 8));
     }
 };

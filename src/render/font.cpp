@@ -61,11 +61,11 @@ void make_faces(OpenFontFile &file) {
 
 } // namespace
 
-double fontPixelSizeFor(uint16_t fontSize) {
+double font_pixel_size_for(uint16_t fontSize) {
     return roundHalfAway(fontSize * 4.0 / 3.0);
 }
 
-void ensureFreeTypeLibrary() {
+void ensure_free_type_library() {
     FontRegistry &fonts = registry();
     std::lock_guard lock(fonts.mutex);
     if (fonts.library == nullptr) {
@@ -73,7 +73,7 @@ void ensureFreeTypeLibrary() {
     }
 }
 
-void setNoAntialias(cairo_t *cr) {
+void set_no_antialias(cairo_t *cr) {
     cairo_font_options_t *options = cairo_font_options_create();
     cairo_get_font_options(cr, options);
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_NONE);
@@ -105,7 +105,7 @@ void openFontFile(cairo_t *cr, const std::string &path, uint8_t bold, uint8_t it
         face = found->second->faces[(bold != 0 ? 1u : 0u) | (italic != 0 ? 2u : 0u)];
     }
     cairo_set_font_face(cr, face);
-    setNoAntialias(cr);
+    set_no_antialias(cr);
 }
 
 void TKarea::applyFont(cairo_t *cr, uint8_t bold, uint8_t italic) const {
@@ -117,7 +117,7 @@ void TKarea::applyFont(cairo_t *cr, uint8_t bold, uint8_t italic) const {
                                bold != 0 ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
     }
     // Neither: the context keeps cairo's default font.
-    setNoAntialias(cr);
+    set_no_antialias(cr);
 }
 
 void TKarea::applyTextColor(cairo_t *cr, uint32_t color) {
@@ -134,7 +134,7 @@ void TKarea::applyTextColor(cairo_t *cr, uint32_t color) {
     cairo_set_source_rgb(cr, channel(16), channel(8), channel(0));
 }
 
-bool fontArgumentIsFile(std::string_view argument) {
+bool font_argument_is_file(std::string_view argument) {
     std::string lower(argument);
     for (char &c : lower) {
         if (c >= 'A' && c <= 'Z') {

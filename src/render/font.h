@@ -20,11 +20,11 @@ namespace zel {
 
 // The pixel size given to cairo for a size in points: roundHalfAway(points × 4.0 / 3.0).
 // 12 points give 16.0, 16 points 21.0, 0 gives 0.0.
-double fontPixelSizeFor(uint16_t fontSize);
+double font_pixel_size_for(uint16_t fontSize);
 
 // Starts the process-wide FreeType library if it is not running. Every TKarea constructor calls
 // it; its result is not examined (a failed start shows later as "Error NULL == FTLib\n").
-void ensureFreeTypeLibrary();
+void ensure_free_type_library();
 
 // Gives the context a face opened from the file at `path` (UTF-8), face index 0, with bold and
 // oblique synthesised when asked, and switches anti-aliasing off. The file is opened once per
@@ -34,11 +34,11 @@ void ensureFreeTypeLibrary();
 void openFontFile(cairo_t *cr, const std::string &path, uint8_t bold, uint8_t italic);
 
 // Reads the context's font options, sets CAIRO_ANTIALIAS_NONE and writes them back.
-void setNoAntialias(cairo_t *cr);
+void set_no_antialias(cairo_t *cr);
 
 // The test the dynamic-area entries make on their font argument: true when the argument,
 // lower-cased (ASCII only), contains ".ttf" or ".ttc" anywhere. A file goes to addTextByPath,
 // anything else to addText.
-bool fontArgumentIsFile(std::string_view argument);
+bool font_argument_is_file(std::string_view argument);
 
 } // namespace zel

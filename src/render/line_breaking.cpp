@@ -21,10 +21,10 @@ int32_t truncated(double width) {
 
 } // namespace
 
-int32_t LiteralPrefixMeasurer::prefixWidth(std::size_t start, std::size_t end) {
+int32_t LiteralPrefixMeasurer::prefix_width(std::size_t start, std::size_t end) {
     std::string utf8 = m_text.substr(start, end - start);
     TKarea::convertUcs2ToUtf8(utf8);
-    return truncated(guardedTextWidth(m_cr, utf8));
+    return truncated(guarded_text_width(m_cr, utf8));
 }
 
 IncrementalPrefixMeasurer::IncrementalPrefixMeasurer(cairo_t *cr, const std::string &ucs2)
@@ -42,7 +42,7 @@ IncrementalPrefixMeasurer::IncrementalPrefixMeasurer(cairo_t *cr, const std::str
                                                 static_cast<int>(text.size()), &glyphs, &count,
                                                 nullptr, nullptr, nullptr) == CAIRO_STATUS_SUCCESS;
     };
-    const auto metricsOf = [&](unsigned long index) {
+    const auto metrics_of = [&](unsigned long index) {
         cairo_glyph_t one{index, 0.0, 0.0};
         cairo_text_extents_t e;
         cairo_scaled_font_glyph_extents(m_font, &one, 1, &e);
@@ -63,7 +63,7 @@ IncrementalPrefixMeasurer::IncrementalPrefixMeasurer(cairo_t *cr, const std::str
     }
     m_glyphs.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        m_glyphs.push_back(metricsOf(glyphs[i].index));
+        m_glyphs.push_back(metrics_of(glyphs[i].index));
     cairo_glyph_free(glyphs);
 
     if (!laidOut("1") || count != 1) {
@@ -71,7 +71,7 @@ IncrementalPrefixMeasurer::IncrementalPrefixMeasurer(cairo_t *cr, const std::str
         m_fallback = true;
         return;
     }
-    m_guard = metricsOf(glyphs[0].index);
+    m_guard = metrics_of(glyphs[0].index);
     cairo_glyph_free(glyphs);
 
     cairo_text_extents_t pair;
@@ -92,7 +92,7 @@ void IncrementalPrefixMeasurer::startLine(std::size_t start) {
     m_mostRight = -std::numeric_limits<double>::infinity();
 }
 
-void IncrementalPrefixMeasurer::addGlyph(std::size_t glyph) {
+void IncrementalPrefixMeasurer::add_glyph(std::size_t glyph) {
     const Glyph &g = m_glyphs[glyph];
     const double x = m_pen;
     m_pen += g.advance;
@@ -118,11 +118,11 @@ void IncrementalPrefixMeasurer::addGlyph(std::size_t glyph) {
     }
 }
 
-int32_t IncrementalPrefixMeasurer::prefixWidth(std::size_t start, std::size_t end) {
-    if (m_fallback) return m_literal.prefixWidth(start, end);
+int32_t IncrementalPrefixMeasurer::prefix_width(std::size_t start, std::size_t end) {
+    if (m_fallback) return m_literal.prefix_width(start, end);
     if (start != m_lineStart || end < m_lineEnd) startLine(start);
     for (; m_lineEnd < end; m_lineEnd += 2)
-        addGlyph(m_lineEnd / 2);
+        add_glyph(m_lineEnd / 2);
 
     // The guarded string reduced to what can decide its ink extents: both guards and the
     // glyphs nearest to the extreme edges, each at its exact position.
@@ -139,8 +139,8 @@ int32_t IncrementalPrefixMeasurer::prefixWidth(std::size_t start, std::size_t en
     return truncated(e.width - m_guardPairWidth);
 }
 
-std::vector<std::string> breakLines(const std::string &ucs2, int32_t width,
-                                    PrefixMeasurer &measurer) {
+std::vector<std::string> break_lines(const std::string &ucs2, int32_t width,
+                                     PrefixMeasurer &measurer) {
     std::vector<std::string> lines;
     const std::size_t size = ucs2.size();
     std::size_t start = 0; // where the rest of the text begins
@@ -164,7 +164,7 @@ std::vector<std::string> breakLines(const std::string &ucs2, int32_t width,
             continue;
         }
         i += 2;
-        if (measurer.prefixWidth(start, start + i) <= width) continue;
+        if (measurer.prefix_width(start, start + i) <= width) continue;
         if (i == 2) {
             // Not even the first character fits: the rest stays on one line, unbroken.
             lines.push_back(ucs2.substr(start));
@@ -176,9 +176,9 @@ std::vector<std::string> breakLines(const std::string &ucs2, int32_t width,
     }
 }
 
-void paginateLines(const std::vector<std::string> &lines, double lineHeight, int32_t pageHeight,
-                   std::vector<std::string> &currentLines,
-                   std::vector<std::vector<std::string>> &pages) {
+void paginate_lines(const std::vector<std::string> &lines, double lineHeight, int32_t pageHeight,
+                    std::vector<std::string> &currentLines,
+                    std::vector<std::vector<std::string>> &pages) {
     double height = 0.0;
     for (const std::string &line : lines) {
         height += lineHeight;

@@ -2,7 +2,7 @@
 //
 // There is no word wrap: a line breaks at the character that no longer fits, whatever it is,
 // and blanks have no special role. Widths are measured between guard digits (see
-// guardedTextWidth in render/text_painter.h) and truncated to whole pixels; a prefix fits while
+// guarded_text_width in render/text_painter.h) and truncated to whole pixels; a prefix fits while
 // that width is not greater than the room.
 #pragma once
 
@@ -21,7 +21,7 @@ namespace zel {
 class PrefixMeasurer {
   public:
     virtual ~PrefixMeasurer() = default;
-    virtual int32_t prefixWidth(std::size_t start, std::size_t end) = 0;
+    virtual int32_t prefix_width(std::size_t start, std::size_t end) = 0;
 };
 
 // Measures every prefix anew: converts it to UTF-8 and measures "1" + prefix + "1" on the
@@ -30,7 +30,7 @@ class PrefixMeasurer {
 class LiteralPrefixMeasurer final : public PrefixMeasurer {
   public:
     LiteralPrefixMeasurer(cairo_t *cr, const std::string &ucs2) : m_cr(cr), m_text(ucs2) {}
-    int32_t prefixWidth(std::size_t start, std::size_t end) override;
+    int32_t prefix_width(std::size_t start, std::size_t end) override;
 
   private:
     cairo_t *m_cr;
@@ -49,7 +49,7 @@ class LiteralPrefixMeasurer final : public PrefixMeasurer {
 class IncrementalPrefixMeasurer final : public PrefixMeasurer {
   public:
     IncrementalPrefixMeasurer(cairo_t *cr, const std::string &ucs2);
-    int32_t prefixWidth(std::size_t start, std::size_t end) override;
+    int32_t prefix_width(std::size_t start, std::size_t end) override;
     // True when the text could not be laid out glyph by glyph and every measurement goes
     // through the literal measurer.
     bool fallsBack() const { return m_fallback; }
@@ -69,7 +69,7 @@ class IncrementalPrefixMeasurer final : public PrefixMeasurer {
         double right;
     };
     void startLine(std::size_t start);
-    void addGlyph(std::size_t glyph);
+    void add_glyph(std::size_t glyph);
 
     cairo_t *m_cr;
     cairo_scaled_font_t *m_font = nullptr;
@@ -96,14 +96,14 @@ class IncrementalPrefixMeasurer final : public PrefixMeasurer {
 // carriage return that is not the text's last code unit (a CR LF pair thus ends a line and then
 // an empty one). A text that ends in a line feed has an empty last line. When a line's very
 // first character is already too wide, the rest of the text stays on that line unbroken.
-std::vector<std::string> breakLines(const std::string &ucs2, int32_t width,
-                                    PrefixMeasurer &measurer);
+std::vector<std::string> break_lines(const std::string &ucs2, int32_t width,
+                                     PrefixMeasurer &measurer);
 
 // Deals lines onto pages of `pageHeight` pixels, `lineHeight` each. A line that does not fit
 // starts a new page (a line taller than a page gets one to itself); no line is split.
 // `currentLines` ends as the last page.
-void paginateLines(const std::vector<std::string> &lines, double lineHeight, int32_t pageHeight,
-                   std::vector<std::string> &currentLines,
-                   std::vector<std::vector<std::string>> &pages);
+void paginate_lines(const std::vector<std::string> &lines, double lineHeight, int32_t pageHeight,
+                    std::vector<std::string> &currentLines,
+                    std::vector<std::vector<std::string>> &pages);
 
 } // namespace zel

@@ -18,20 +18,20 @@ class AreaCanvas final : public PageCanvas {
     explicit AreaCanvas(PicturesArea &area) : m_area(area) {}
 
     double measureGbkText(std::string gbk) override {
-        return zel::measureGbkText(m_area, m_area.paintStyle(), std::move(gbk));
+        return zel::measureGbkText(m_area, m_area.paint_style(), std::move(gbk));
     }
     void paintRollSlice(std::string gbk, double offset) override {
-        zel::paintRollSlice(m_area, m_area.paintStyle(), std::move(gbk), offset,
+        zel::paintRollSlice(m_area, m_area.paint_style(), std::move(gbk), offset,
                             m_area.pageBitmaps);
     }
     void paintOneLine(std::string ucs2) override {
-        zel::paintOneLine(m_area, m_area.paintStyle(), std::move(ucs2), m_area.pageBitmaps);
+        zel::paintOneLine(m_area, m_area.paint_style(), std::move(ucs2), m_area.pageBitmaps);
     }
     void paintLinesPage(std::vector<std::string> lines) override {
-        zel::paintLinesPage(m_area, m_area.paintStyle(), std::move(lines), m_area.pageBitmaps);
+        zel::paintLinesPage(m_area, m_area.paint_style(), std::move(lines), m_area.pageBitmaps);
     }
     void paintVerticalRoll(std::vector<std::string> lines) override {
-        zel::paintVerticalRoll(m_area, m_area.paintStyle(), std::move(lines), 1,
+        zel::paintVerticalRoll(m_area, m_area.paint_style(), std::move(lines), 1,
                                m_area.pageBitmaps);
     }
     void paintPicture(std::string path) override {
@@ -64,7 +64,7 @@ int32_t low16(int32_t v) {
 }
 
 // Width of one blank, to leave a gap after the last slice of a roll.
-int32_t blankWidth(PageCanvas &canvas) {
+int32_t blank_width(PageCanvas &canvas) {
     const double spaced = canvas.measureGbkText("1 1");
     const double tight = canvas.measureGbkText("11");
     return static_cast<int32_t>(spaced - tight);
@@ -79,7 +79,7 @@ void PicturesArea::renderPages() {
 
 void PicturesArea::renderPages(PageCanvas &canvas) {
     encodedTotal = 0;
-    computeDrawRect();
+    compute_draw_rect();
     if (soundEnabled != 0) soundLength = static_cast<uint32_t>(soundData.size());
     pageBitmaps.clear();
     encodedPages.clear();
@@ -104,7 +104,7 @@ void PicturesArea::renderPages(PageCanvas &canvas) {
             if (r % drawWidth != 0) {
                 canvas.paintRollSlice(textContent, offset);
                 lastPageWidth = static_cast<uint16_t>(low16(r) % drawWidth);
-                lastPageWidth = static_cast<uint16_t>(lastPageWidth + blankWidth(canvas));
+                lastPageWidth = static_cast<uint16_t>(lastPageWidth + blank_width(canvas));
             }
         } else if (effect == kEffectRollReverse) {
             const double textWidth = canvas.measureGbkText(textContent);
@@ -115,7 +115,7 @@ void PicturesArea::renderPages(PageCanvas &canvas) {
             } else {
                 // The first slice shows the text's first `rem` pixels at its right edge.
                 canvas.paintRollSlice(textContent, -static_cast<double>(drawWidth - rem));
-                lastPageWidth = static_cast<uint16_t>(rem + blankWidth(canvas));
+                lastPageWidth = static_cast<uint16_t>(rem + blank_width(canvas));
                 offset += rem;
             }
             const int32_t n = low16(static_cast<int32_t>(textWidth)) / drawWidth;
@@ -174,7 +174,7 @@ int32_t PicturesArea::getOnePage(uint32_t pageNum, uint32_t *pngLength, uint16_t
         if (pageCountOut != nullptr) *pageCountOut = count;
     };
 
-    computeDrawRect(false);
+    compute_draw_rect(false);
     if (PageString.empty() && _subString.empty() && m_PageList.empty()) {
         // The separators are a damaged ideographic comma; hosts match the line as it is.
         static constexpr char kNothing[] = "PageString\xE3\x80?_subString\xE3\x80?m_PageList"
@@ -193,10 +193,10 @@ int32_t PicturesArea::getOnePage(uint32_t pageNum, uint32_t *pngLength, uint16_t
         pngBytes.clear();
         if (styleRecord.arrMode == SINGLELINE) {
             if (!_subString.empty()) {
-                previewOneLine(*this, paintStyle(), _subString[pageNum], pngBytes);
+                previewOneLine(*this, paint_style(), _subString[pageNum], pngBytes);
             }
         } else if (!PageString.empty()) {
-            previewLinesPage(*this, paintStyle(), PageString[pageNum], pngBytes);
+            previewLinesPage(*this, paint_style(), PageString[pageNum], pngBytes);
         }
         // In SINGLELINE mode the count is that of PageString, which is empty there: hosts see 0.
         giveBack(static_cast<uint16_t>(PageString.size()));

@@ -6,16 +6,16 @@
 
 namespace zel {
 
-void PicturesArea::computeDrawRect(bool withLeft) {
+void PicturesArea::compute_draw_rect(bool withLeft) {
     // A frame enabled without its strip cannot occur through the frame operations; it counts
     // as a frame of thickness 0.
     const int32_t t = (frameEnabled != 0 && frameObject) ? frameObject->frameThickness : 0;
-    if (withLeft) pageLeft = static_cast<uint32_t>(headerX() + t);
-    drawWidth = headerWidth() - 2 * t;
-    drawHeight = headerHeight() - 2 * t;
+    if (withLeft) pageLeft = static_cast<uint32_t>(header_x() + t);
+    drawWidth = header_width() - 2 * t;
+    drawHeight = header_height() - 2 * t;
 }
 
-TextPaintStyle PicturesArea::paintStyle() const {
+TextPaintStyle PicturesArea::paint_style() const {
     TextPaintStyle s;
     s.drawWidth = drawWidth;
     s.drawHeight = drawHeight;
@@ -28,8 +28,9 @@ TextPaintStyle PicturesArea::paintStyle() const {
     return s;
 }
 
-void PicturesArea::storeTextStyle(const TextStyleRecord &style, const PageDisplayRecord &display) {
-    fontPixelSize = fontPixelSizeFor(style.fontSize);
+void PicturesArea::store_text_style(const TextStyleRecord &style,
+                                    const PageDisplayRecord &display) {
+    fontPixelSize = font_pixel_size_for(style.fontSize);
     fontColor = style.fontColor;
     displayRecord = display;
     styleRecord = style;
@@ -41,7 +42,7 @@ void PicturesArea::addText(const std::string &text, const std::string &fontFamil
     textContent = text;
     fontName = fontFamily;
     convertGbkToUtf8(fontName);
-    storeTextStyle(style, display);
+    store_text_style(style, display);
     layoutText();
 }
 
@@ -51,19 +52,19 @@ void PicturesArea::addTextByPath(const std::string &text, const std::string &fon
     textContent = text;
     fontPath = fontFile;
     convertGbkToUtf8(fontPath); // FreeType takes the path in UTF-8
-    storeTextStyle(style, display);
+    store_text_style(style, display);
     layoutText();
 }
 
 void PicturesArea::changeText(const std::string &text, const TextStyleRecord &style,
                               const PageDisplayRecord &display) {
     textContent = text;
-    storeTextStyle(style, display);
+    store_text_style(style, display);
     layoutText();
 }
 
 void PicturesArea::addPicture(uint16_t picID, const char *path, const PageDisplayRecord &display) {
-    computeDrawRect();
+    compute_draw_rect();
     pictureDetails.push_back({display, picID});
     // pictureDetails keeps adding order while the play list follows picID; the file writer
     // relies on both as they are.
@@ -78,7 +79,7 @@ void PicturesArea::addPicture(uint16_t picID, const char *path, const PageDispla
 }
 
 void PicturesArea::layoutText() {
-    computeDrawRect();
+    compute_draw_rect();
     if (styleRecord.arrMode != SINGLELINE && styleRecord.arrMode != MULTILINE) {
         console_printf("Error: no arrMode is specified.Use MULTILINE Mode\n");
         styleRecord.arrMode = MULTILINE;
@@ -105,7 +106,7 @@ void PicturesArea::breakSingleLine(std::string text, int32_t lineWidth, int32_t 
                         styleRecord.fontItalic, true);
     convertGbkToUcs2(text);
     IncrementalPrefixMeasurer measurer(scratch.context(), text);
-    _subString = breakLines(text, lineWidth, measurer);
+    _subString = break_lines(text, lineWidth, measurer);
 }
 
 void PicturesArea::breakMultiLine(std::string text, int32_t lineWidth, int32_t pageHeight) {
@@ -113,8 +114,8 @@ void PicturesArea::breakMultiLine(std::string text, int32_t lineWidth, int32_t p
                         styleRecord.fontItalic, true);
     convertGbkToUcs2(text);
     IncrementalPrefixMeasurer measurer(scratch.context(), text);
-    _subString = breakLines(text, lineWidth, measurer);
-    paginateLines(_subString, lineHeight(scratch.context()), pageHeight, currentLines, PageString);
+    _subString = break_lines(text, lineWidth, measurer);
+    paginate_lines(_subString, lineHeight(scratch.context()), pageHeight, currentLines, PageString);
 }
 
 } // namespace zel

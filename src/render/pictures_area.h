@@ -73,9 +73,9 @@ class PicturesArea : public TKarea {
 
     // The drawable rectangle: the area less the frame's margin on every side. getOnePage
     // leaves pageLeft alone.
-    void computeDrawRect(bool withLeft = true);
+    void compute_draw_rect(bool withLeft = true);
     // What the painters need to know of this area's text.
-    TextPaintStyle paintStyle() const;
+    TextPaintStyle paint_style() const;
 
     // ---- Lines and pages of the text (UCS-2LE) ----
     std::vector<std::string> _subString;              // the text's lines
@@ -118,7 +118,7 @@ class PicturesArea : public TKarea {
     uint32_t soundLength = 0; // size of soundData when the pages were rendered
 
   private:
-    void storeTextStyle(const TextStyleRecord &style, const PageDisplayRecord &display);
+    void store_text_style(const TextStyleRecord &style, const PageDisplayRecord &display);
 };
 
 // The drawing operations of page generation. The real canvas runs the text painters and the

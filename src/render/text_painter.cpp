@@ -52,7 +52,7 @@ class BitmapCanvas {
     cairo_surface_t *surface() const { return m_surface; }
 
     // Hands the painted buffer to the page list; the canvas is done with afterwards.
-    void appendTo(PageBitmaps &pageBitmaps) {
+    void append_to(PageBitmaps &pageBitmaps) {
         cairo_surface_flush(m_surface);
         pageBitmaps.push_back(std::move(m_buffer));
         m_buffer.clear();
@@ -84,7 +84,7 @@ class PreviewCanvas {
 
     cairo_t *context() const { return m_cr; }
 
-    void appendPngTo(std::string &pngBytes) {
+    void append_png_to(std::string &pngBytes) {
         cairo_surface_write_to_png_stream(m_surface, pngAppend, &pngBytes);
     }
 
@@ -176,7 +176,7 @@ TextScratch::TextScratch(const TKarea &area, int32_t width, int32_t height, doub
     area.applyFont(m_cr, bold, italic);
     cairo_set_font_size(m_cr, fontPixelSize);
     if (antialiasAgain) {
-        setNoAntialias(m_cr);
+        set_no_antialias(m_cr);
     }
 }
 
@@ -185,7 +185,7 @@ TextScratch::~TextScratch() {
     cairo_surface_destroy(m_surface);
 }
 
-double guardedTextWidth(cairo_t *cr, const std::string &utf8, cairo_text_extents_t *guarded) {
+double guarded_text_width(cairo_t *cr, const std::string &utf8, cairo_text_extents_t *guarded) {
     const cairo_text_extents_t whole = text_extents(cr, "1" + utf8 + "1");
     const cairo_text_extents_t guards = text_extents(cr, "11");
     if (guarded != nullptr) {
@@ -203,14 +203,14 @@ double measureGbkText(const TKarea &area, const TextPaintStyle &style, std::stri
     TextScratch scratch(area, style.drawWidth, style.drawHeight, style.fontPixelSize,
                         style.fontBold, style.fontItalic);
     TKarea::convertGbkToUtf8(gbk);
-    return guardedTextWidth(scratch.context(), gbk);
+    return guarded_text_width(scratch.context(), gbk);
 }
 
 int32_t measureUcs2Text(const TKarea &area, const TextPaintStyle &style, std::string ucs2) {
     TextScratch scratch(area, style.drawWidth, style.drawHeight, style.fontPixelSize,
                         style.fontBold, style.fontItalic);
     TKarea::convertUcs2ToUtf8(ucs2);
-    return truncate_to_int32(guardedTextWidth(scratch.context(), ucs2));
+    return truncate_to_int32(guarded_text_width(scratch.context(), ucs2));
 }
 
 void paintLinesPage(const TKarea &area, const TextPaintStyle &style, std::vector<std::string> lines,
@@ -225,7 +225,7 @@ void paintLinesPage(const TKarea &area, const TextPaintStyle &style, std::vector
     for (std::size_t i = 0; i < n; ++i) {
         const std::string utf8 = ucs2_to_utf8(std::move(lines[i]));
         cairo_text_extents_t te{};
-        const double textW = guardedTextWidth(cr, utf8, &te); // te: the guarded string's
+        const double textW = guarded_text_width(cr, utf8, &te); // te: the guarded string's
         const double y = lines_page_y(style.verticalAlign, H, lineH, n, i, fe, te);
         double x = 0;
         switch (style.horizontalAlign) {
@@ -248,7 +248,7 @@ void paintLinesPage(const TKarea &area, const TextPaintStyle &style, std::vector
     }
     // The page file is part of the behaviour hosts see; a read-only directory just gets none.
     cairo_surface_write_to_png(canvas.surface(), kLastPageFile);
-    canvas.appendTo(pageBitmaps);
+    canvas.append_to(pageBitmaps);
 }
 
 void previewLinesPage(const TKarea &area, const TextPaintStyle &style,
@@ -284,35 +284,35 @@ void previewLinesPage(const TKarea &area, const TextPaintStyle &style,
         cairo_move_to(cr, x, y);
         cairo_show_text(cr, utf8.c_str());
     }
-    canvas.appendPngTo(pngBytes);
+    canvas.append_png_to(pngBytes);
 }
 
 void paintOneLine(const TKarea &area, const TextPaintStyle &style, std::string line,
                   PageBitmaps &pageBitmaps) {
     BitmapCanvas canvas(area, style);
     draw_one_line(canvas.context(), area, style, line);
-    canvas.appendTo(pageBitmaps);
+    canvas.append_to(pageBitmaps);
 }
 
 void previewOneLine(const TKarea &area, const TextPaintStyle &style, std::string line,
                     std::string &pngBytes) {
     PreviewCanvas canvas(area, style);
     draw_one_line(canvas.context(), area, style, line);
-    canvas.appendPngTo(pngBytes);
+    canvas.append_png_to(pngBytes);
 }
 
 void paintRollSlice(const TKarea &area, const TextPaintStyle &style, std::string gbkText,
                     double offset, PageBitmaps &pageBitmaps) {
     BitmapCanvas canvas(area, style);
     cairo_t *cr = canvas.context();
-    setNoAntialias(cr);
+    set_no_antialias(cr);
     TKarea::convertGbkToUtf8(gbkText);
     const cairo_text_extents_t te = text_extents(cr, gbkText);
     const int32_t y = truncate_to_int32((style.drawHeight - te.height) / 2.0 - te.y_bearing);
     // The whole text is drawn every time; the canvas clips it to this slice.
     cairo_move_to(cr, -offset, y);
     cairo_show_text(cr, gbkText.c_str());
-    canvas.appendTo(pageBitmaps);
+    canvas.append_to(pageBitmaps);
 }
 
 void paintLinesAtOffset(const TKarea &area, const TextPaintStyle &style,
@@ -330,7 +330,7 @@ void paintLinesAtOffset(const TKarea &area, const TextPaintStyle &style,
         cairo_move_to(cr, 0, y);
         cairo_show_text(cr, utf8.c_str());
     }
-    canvas.appendTo(pageBitmaps);
+    canvas.append_to(pageBitmaps);
 }
 
 void paintVerticalRoll(const TKarea &area, const TextPaintStyle &style,

@@ -62,8 +62,8 @@ class TextScratch {
 // Ink widths ignore blanks at the ends of a string, so a text is measured between two guard
 // digits: te.width of "1" + text + "1" less te.width of "11". `utf8` is the text in UTF-8;
 // when `guarded` is given it receives the extents of the guarded string.
-double guardedTextWidth(cairo_t *cr, const std::string &utf8,
-                        cairo_text_extents_t *guarded = nullptr);
+double guarded_text_width(cairo_t *cr, const std::string &utf8,
+                          cairo_text_extents_t *guarded = nullptr);
 
 // fe.ascent + fe.descent of the context's font: the height of one text row. No row spacing is
 // ever added.

@@ -44,7 +44,7 @@ static_assert(sorted_and_unique(), "the controller table must stay sorted for th
 
 } // namespace
 
-std::optional<uint32_t> tranPixelModeOf(uint16_t controllerType) {
+std::optional<uint32_t> tran_pixel_mode_of(uint16_t controllerType) {
     const auto *found = std::lower_bound(
         kControllerModes.begin(), kControllerModes.end(), controllerType,
         [](const ControllerMode &entry, uint16_t code) { return entry.code < code; });
@@ -54,7 +54,7 @@ std::optional<uint32_t> tranPixelModeOf(uint16_t controllerType) {
     return found->mode;
 }
 
-std::size_t controllerTypeCount() {
+std::size_t controller_type_count() {
     return kControllerModes.size();
 }
 

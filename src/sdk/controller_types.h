@@ -12,9 +12,9 @@
 namespace zel {
 
 // The mode of a known controller type code, or nothing for a code outside the table.
-std::optional<uint32_t> tranPixelModeOf(uint16_t controllerType);
+std::optional<uint32_t> tran_pixel_mode_of(uint16_t controllerType);
 
 // Number of codes in the table (104).
-std::size_t controllerTypeCount();
+std::size_t controller_type_count();
 
 } // namespace zel

@@ -43,18 +43,23 @@ ProgramObject *access_program(ProgramFactory make) {
 }
 
 int32_t delete_program() {
-    ProgramObject *program = g_program.load(std::memory_order_acquire);
-    if (program == nullptr) {
+    // The slot is emptied before the object dies, so that current_program() never hands out a
+    // program that is being destroyed.
+    std::unique_ptr<ProgramObject> program(g_program.exchange(nullptr, std::memory_order_acq_rel));
+    if (!program) {
         return 0;
     }
-    delete program;
-    g_program.store(nullptr, std::memory_order_release);
+    program.reset();
     g_programOwner.store(0, std::memory_order_release);
     return 0;
 }
 
-ProgramObject *current_program() { return g_program.load(std::memory_order_acquire); }
+ProgramObject *current_program() {
+    return g_program.load(std::memory_order_acquire);
+}
 
-uint32_t program_owner_thread() { return g_programOwner.load(std::memory_order_acquire); }
+uint32_t program_owner_thread() {
+    return g_programOwner.load(std::memory_order_acquire);
+}
 
 } // namespace zel

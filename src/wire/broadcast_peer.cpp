@@ -132,7 +132,7 @@ int32_t BroadcastPeer::recv(uint8_t *buf, uint32_t &len, uint32_t timeout) {
     return 0;
 }
 
-int32_t BroadcastPeer::getPeerAddress(char *out) {
+int32_t BroadcastPeer::get_peer_address(char *out) {
     if (out == nullptr) {
         return 0;
     }

@@ -47,7 +47,7 @@ class BroadcastPeer : public KOR_command {
 
     // Zeroes 20 bytes of `out` and copies the sender address of the last answer into it
     // (empty when nothing answered). Always 0.
-    int32_t getPeerAddress(char *out);
+    int32_t get_peer_address(char *out);
 
     // Closes every socket, pausing 10 ms after each.
     void close();

@@ -29,7 +29,7 @@ int32_t KOR_command::recv(uint8_t *, uint32_t &, uint32_t) {
 
 int32_t KOR_command::probe_device_type(uint32_t timeout) {
     std::vector<uint8_t> frame;
-    packProbe(frame);
+    pack_probe(frame);
     int32_t result = send(frame.data(), static_cast<uint32_t>(frame.size()));
     if (result != 0) {
         return result;
@@ -42,7 +42,7 @@ int32_t KOR_command::probe_device_type(uint32_t timeout) {
     }
     std::vector<uint8_t> unescaped;
     uint16_t unescapedLen = 0;
-    result = unpackProbe(answer.data(), static_cast<uint16_t>(length), unescaped, unescapedLen);
+    result = unpack_probe(answer.data(), static_cast<uint16_t>(length), unescaped, unescapedLen);
     if (result != 0) {
         return result;
     }
@@ -116,7 +116,7 @@ int32_t KOR_command::send_recv_cmd_1K(uint8_t group, uint8_t code, const uint8_t
 
 int32_t KOR_command::send_recv_cmd_1K_large(uint8_t group, uint8_t code, const uint8_t *data,
                                             uint32_t dataLen, uint8_t *answer, uint16_t &capacity) {
-    const std::vector<uint8_t> frame = pack240Large(group, code, data, dataLen);
+    const std::vector<uint8_t> frame = pack_240_large(group, code, data, dataLen);
     uint8_t reply[kDynamicChunkLen] = {};
     const std::size_t whole = frame.size() / kDynamicChunkLen;
     const std::size_t rest = frame.size() % kDynamicChunkLen;

@@ -170,7 +170,7 @@ void LedTKPacket::pack(uint8_t group, uint8_t code, const uint8_t *data, int16_t
     frame_bytes(w.data(), out);
 }
 
-void LedTKPacket::packProbe(std::vector<uint8_t> &out) {
+void LedTKPacket::pack_probe(std::vector<uint8_t> &out) {
     const uint8_t body[4] = {kGroupControl, 0x00, 0x00, 0x00};
     ByteWriter w(kProbeLen);
     w.u16(kBroadcastScreenNum).u16(kSourceAddress).u8(kHeaderVersionProbe).u8(0);
@@ -182,11 +182,11 @@ void LedTKPacket::packProbe(std::vector<uint8_t> &out) {
 
 void LedTKPacket::pack240(uint8_t, uint8_t, const uint8_t *data, uint16_t dataLen,
                           std::vector<uint8_t> &out) {
-    out = pack240Large(0, 0, data, dataLen);
+    out = pack_240_large(0, 0, data, dataLen);
 }
 
-std::vector<uint8_t> LedTKPacket::pack240Large(uint8_t, uint8_t, const uint8_t *data,
-                                               uint32_t dataLen) {
+std::vector<uint8_t> LedTKPacket::pack_240_large(uint8_t, uint8_t, const uint8_t *data,
+                                                 uint32_t dataLen) {
     // The group and code of a dynamic exchange only recognise the answer; the packet carries
     // them inside its data.
     ByteWriter w(kHeaderLenDynamic + dataLen + 2);
@@ -280,8 +280,8 @@ int32_t LedTKPacket::unpack(const uint8_t *frame, uint16_t frameLen, uint8_t gro
     return kResultUnexpected;
 }
 
-int32_t LedTKPacket::unpackProbe(const uint8_t *frame, uint16_t frameLen, std::vector<uint8_t> &out,
-                                 uint16_t &outLen) {
+int32_t LedTKPacket::unpack_probe(const uint8_t *frame, uint16_t frameLen,
+                                  std::vector<uint8_t> &out, uint16_t &outLen) {
     const int16_t signedLen = static_cast<int16_t>(frameLen);
     if (frame == nullptr || signedLen <= 0 || frame[0] != kFrameStart ||
         frame[signedLen - 1] != kFrameEnd) {

@@ -82,22 +82,22 @@ class LedTKPacket : public LedPacket {
     void pack240(uint8_t group, uint8_t code, const uint8_t *data, uint16_t dataLen,
                  std::vector<uint8_t> &out);
     // Version 240 with a 32-bit length: the frame is sized exactly on the heap.
-    std::vector<uint8_t> pack240Large(uint8_t group, uint8_t code, const uint8_t *data,
-                                      uint32_t dataLen);
+    std::vector<uint8_t> pack_240_large(uint8_t group, uint8_t code, const uint8_t *data,
+                                        uint32_t dataLen);
 
     // The device-type probe (version 0), whatever the device.
-    void packProbe(std::vector<uint8_t> &out);
+    void pack_probe(std::vector<uint8_t> &out);
     // Opens a probe answer into `out` (resized to the work area, zero-filled) and sets
     // `outLen` to the unescaped length: 0 for a version 5 or 7 header, -1 or -4 otherwise.
     // The caller then reads the device type at offset 6.
-    int32_t unpackProbe(const uint8_t *frame, uint16_t frameLen, std::vector<uint8_t> &out,
-                        uint16_t &outLen);
+    int32_t unpack_probe(const uint8_t *frame, uint16_t frameLen, std::vector<uint8_t> &out,
+                         uint16_t &outLen);
 
     uint8_t m_reservedA = 0;
-    uint8_t m_echo = 0;        // byte 5 of the last answer header, sent back in every request
-    uint16_t m_sequence = 2;   // 2, 4 … 32766, 2 …
+    uint8_t m_echo = 0;      // byte 5 of the last answer header, sent back in every request
+    uint16_t m_sequence = 2; // 2, 4 … 32766, 2 …
     uint8_t m_capMask = 0;
-    uint8_t m_capAnswer = 0;   // byte 9 of the last version 7 answer
+    uint8_t m_capAnswer = 0; // byte 9 of the last version 7 answer
 
   private:
     uint16_t next_sequence();

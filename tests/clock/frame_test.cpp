@@ -33,7 +33,7 @@ class Frames : public ::testing::Test {
     static PicturesArea &area(uint16_t id, uint16_t x, uint16_t w, uint16_t h) {
         const ZelAreaRecord_G5 rec = area_record(0, x, 0, w, h);
         EXPECT_EQ(zelDual_program_AddArea(id, &rec), 0);
-        return *current_program_g5()->findAreaOf<PicturesArea>(id);
+        return *current_program_g5()->find_area_of<PicturesArea>(id);
     }
 };
 
@@ -109,8 +109,8 @@ TEST_F(Frames, UnreadablePngLeavesNoFrameAndTheNewRecord) {
         EXPECT_EQ(zelDual_program_addFrame(&f, "nope.png"), 0);
         EXPECT_EQ(out.text(), "Error:Can't find frame png.\n");
     }
-    EXPECT_EQ(program.hasFrame(), 0);
-    EXPECT_EQ(program.frameHeader().bytes()[6], 0x66) << "the header of the failed add stands";
+    EXPECT_EQ(program.has_frame(), 0);
+    EXPECT_EQ(program.frame_header().bytes()[6], 0x66) << "the header of the failed add stands";
     EXPECT_EQ(integrate()[20], 0) << "no frame in the file";
 }
 
@@ -130,7 +130,7 @@ TEST_F(Frames, ProgramFrameKeepsByteZeroAndItsStripFromTheTimeItWasAdded) {
     EXPECT_EQ(integrate().size(), 26u + 7 + 4);
     ASSERT_EQ(zelDual_program_removeFrame(), 0);
     EXPECT_EQ(integrate().size(), 27u);
-    EXPECT_EQ(current_program_g5()->frameStrip().size(), 4u) << "the strip stays allocated";
+    EXPECT_EQ(current_program_g5()->frame_strip().size(), 4u) << "the strip stays allocated";
 }
 
 TEST_F(Frames, G6AreaFrameRecordAndMessage) {
@@ -160,28 +160,28 @@ TEST(G6Frames, ProgramFrameRefusesASecondAndChangeKeepsTheOldStripOnFailure) {
     const FrameParamsG6 other = params_g6(9, 9, 9, 9, 9, 9);
     {
         StdoutCapture out;
-        EXPECT_EQ(program.changeFrameG6(params, "strip8x2.png"), -1);
+        EXPECT_EQ(program.change_frame_g6(params, "strip8x2.png"), -1);
         EXPECT_EQ(out.text(), "Error:No frame have been added.\n");
     }
-    EXPECT_EQ(program.addFrameG6(params, "strip8x2.png"), 0);
+    EXPECT_EQ(program.add_frame_g6(params, "strip8x2.png"), 0);
     {
         StdoutCapture out;
-        EXPECT_EQ(program.addFrameG6(other, "strip8x4.png"), -1);
+        EXPECT_EQ(program.add_frame_g6(other, "strip8x4.png"), -1);
         EXPECT_EQ(out.text(), "");
     }
-    EXPECT_EQ(program.frameHeaderG6()[1], 1);
+    EXPECT_EQ(program.frame_header_g6()[1], 1);
     {
         StdoutCapture out;
-        EXPECT_EQ(program.changeFrameG6(other, "nope.png"), -1);
+        EXPECT_EQ(program.change_frame_g6(other, "nope.png"), -1);
         EXPECT_EQ(out.text(), "Error:Can't find frame png.\n");
     }
-    EXPECT_EQ(program.frameHeaderG6()[1], 9) << "the new header stands";
-    EXPECT_EQ(program.hasFrame(), 1);
-    EXPECT_EQ(program.frameStrip().size(), 2u) << "beside the old strip";
+    EXPECT_EQ(program.frame_header_g6()[1], 9) << "the new header stands";
+    EXPECT_EQ(program.has_frame(), 1);
+    EXPECT_EQ(program.frame_strip().size(), 2u) << "beside the old strip";
 
-    program.removeFrame();
-    EXPECT_EQ(program.addFrameG6(other, "strip8x4.png"), 0);
-    EXPECT_EQ(program.frameStrip().size(), 4u);
+    program.remove_frame();
+    EXPECT_EQ(program.add_frame_g6(other, "strip8x4.png"), 0);
+    EXPECT_EQ(program.frame_strip().size(), 4u);
 }
 
 } // namespace

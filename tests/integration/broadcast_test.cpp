@@ -107,7 +107,7 @@ TEST(BroadcastPeer, ShortDatagramsCountOnlyWhenTheySayOk) {
         EXPECT_EQ(net.in_host([&] { return peer.recv(buf.data(), len, 5); }), c.result) << c.reply;
         char address[20];
         std::memset(address, 0x7F, sizeof address);
-        peer.getPeerAddress(address);
+        peer.get_peer_address(address);
         if (c.result == 0) {
             EXPECT_EQ(len, c.reply.size());
             EXPECT_EQ(text_of(address), "10.77.0.1");
@@ -128,7 +128,7 @@ TEST(BroadcastPeer, ProbeLeavesEveryAdapterAndTheFirstAnswerWins) {
     EXPECT_EQ(peer.m_DeviceType, 0x0063);
     EXPECT_EQ(peer.socket_count(), 2u);
     char first[20] = {};
-    peer.getPeerAddress(first);
+    peer.get_peer_address(first);
 
     // The other adapter's answer was left unread: the next recv finds it at once.
     std::vector<uint8_t> buf(kFrameBufferLen, 0);
@@ -136,7 +136,7 @@ TEST(BroadcastPeer, ProbeLeavesEveryAdapterAndTheFirstAnswerWins) {
     EXPECT_EQ(net.in_host([&] { return peer.recv(buf.data(), len, 1); }), 0);
     EXPECT_LT(len, kFrameBufferLen);
     char second[20] = {};
-    peer.getPeerAddress(second);
+    peer.get_peer_address(second);
     EXPECT_EQ((std::set<std::string>{first, second}),
               (std::set<std::string>{"10.77.0.1", "10.77.1.1"}));
 

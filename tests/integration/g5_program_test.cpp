@@ -112,7 +112,7 @@ TEST_F(G5ProgramRoad, WrittenProgramReadsBackWithTheTextAtItsPlace) {
     ASSERT_EQ(text.pages.size(), 1u);
     sim::Rgb canvas{kScreenW, kScreenH, std::vector<uint32_t>(kScreenW * kScreenH, 0)};
     sim::paint_area_page(canvas, mode, text, 0);
-    const PicturesArea &painted = *current_program_g5()->findAreaOf<PicturesArea>(1);
+    const PicturesArea &painted = *current_program_g5()->find_area_of<PicturesArea>(1);
     ASSERT_EQ(painted.pageBitmaps.size(), 1u);
     std::size_t litCount = 0;
     for (uint32_t py = 0; py < kScreenH; ++py) {

@@ -99,7 +99,7 @@ TEST_F(G5Program, PlayPeriodsSetTheFlagAndCountZeroClearsIt) {
     ASSERT_EQ(image.size(), 27u);
     EXPECT_EQ(image[6], 0);
     EXPECT_EQ(image[19], 0);
-    EXPECT_EQ(current_program_g5()->playPeriods()[0].bytes[0], 0x5A) << "the old block stays";
+    EXPECT_EQ(current_program_g5()->play_periods()[0].bytes[0], 0x5A) << "the old block stays";
 }
 
 TEST_F(G5Program, ReplacedAreaMovesToTheEndAndTheCountStaysHigh) {

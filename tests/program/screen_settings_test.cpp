@@ -80,17 +80,17 @@ TEST(ScreenSettings, TableMapsEachListedCodeAndNothingElse) {
     std::size_t listed = 0;
     for (const auto &[mode, codes] : groups) {
         for (const uint16_t code : codes) {
-            EXPECT_EQ(tranPixelModeOf(code), mode) << std::hex << code;
+            EXPECT_EQ(tran_pixel_mode_of(code), mode) << std::hex << code;
         }
         listed += codes.size();
     }
     EXPECT_EQ(listed, 104u);
     std::size_t known = 0;
     for (uint32_t code = 0; code <= 0xFFFF; ++code) {
-        known += tranPixelModeOf(static_cast<uint16_t>(code)).has_value() ? 1 : 0;
+        known += tran_pixel_mode_of(static_cast<uint16_t>(code)).has_value() ? 1 : 0;
     }
     EXPECT_EQ(known, 104u);
-    EXPECT_EQ(controllerTypeCount(), 104u);
+    EXPECT_EQ(controller_type_count(), 104u);
 }
 
 } // namespace

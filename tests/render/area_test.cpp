@@ -21,16 +21,16 @@ TEST(Area, GammaTablesUseTheTruncatedExponentAndAreIdentical) {
 
 TEST(Area, HeaderRecordIsLittleEndianAndMovesWithTheRectangle) {
     TKarea area;
-    area.setAreaHeader(2, {16, 32, 320, 32});
+    area.set_area_header(2, {16, 32, 320, 32});
     const std::array<uint8_t, 9> record = {2, 0x10, 0x00, 0x20, 0x00, 0x40, 0x01, 0x20, 0x00};
     EXPECT_EQ(area.areaHeader, record);
     EXPECT_EQ(area.areaType, 2);
-    EXPECT_EQ(area.headerX(), 16);
-    EXPECT_EQ(area.headerY(), 32);
-    EXPECT_EQ(area.headerWidth(), 320);
-    EXPECT_EQ(area.headerHeight(), 32);
+    EXPECT_EQ(area.header_x(), 16);
+    EXPECT_EQ(area.header_y(), 32);
+    EXPECT_EQ(area.header_width(), 320);
+    EXPECT_EQ(area.header_height(), 32);
 
-    area.setRect({0x0102, 3, 0x0400, 5});
+    area.set_rect({0x0102, 3, 0x0400, 5});
     const std::array<uint8_t, 9> moved = {2, 0x02, 0x01, 3, 0, 0x00, 0x04, 5, 0};
     EXPECT_EQ(area.areaHeader, moved);
     EXPECT_EQ(area.x, 0x0102);

@@ -39,10 +39,10 @@ struct Probe {
 };
 
 TEST(Font, PixelSizeIsFourThirdsOfThePointSizeRounded) {
-    EXPECT_EQ(fontPixelSizeFor(12), 16.0);
-    EXPECT_EQ(fontPixelSizeFor(16), 21.0); // 21.33
-    EXPECT_EQ(fontPixelSizeFor(17), 23.0); // 22.67
-    EXPECT_EQ(fontPixelSizeFor(0), 0.0);
+    EXPECT_EQ(font_pixel_size_for(12), 16.0);
+    EXPECT_EQ(font_pixel_size_for(16), 21.0); // 21.33
+    EXPECT_EQ(font_pixel_size_for(17), 23.0); // 22.67
+    EXPECT_EQ(font_pixel_size_for(0), 0.0);
 }
 
 TEST(Font, NameWinsOverPathAndEveryChoiceSwitchesAntialiasingOff) {
@@ -136,12 +136,12 @@ TEST(Font, TextColourCodesAndTwentyFourBitValues) {
 }
 
 TEST(Font, DynamicEntriesTellFilesByTheirExtensionAnywhere) {
-    EXPECT_TRUE(fontArgumentIsFile("SIMSUN.TTC"));
-    EXPECT_TRUE(fontArgumentIsFile("/usr/share/fonts/a.TtF"));
-    EXPECT_TRUE(fontArgumentIsFile("fonts.ttf/dir/name"));
-    EXPECT_FALSE(fontArgumentIsFile("SimSun"));
-    EXPECT_FALSE(fontArgumentIsFile("font.tt"));
-    EXPECT_FALSE(fontArgumentIsFile("font.otf"));
+    EXPECT_TRUE(font_argument_is_file("SIMSUN.TTC"));
+    EXPECT_TRUE(font_argument_is_file("/usr/share/fonts/a.TtF"));
+    EXPECT_TRUE(font_argument_is_file("fonts.ttf/dir/name"));
+    EXPECT_FALSE(font_argument_is_file("SimSun"));
+    EXPECT_FALSE(font_argument_is_file("font.tt"));
+    EXPECT_FALSE(font_argument_is_file("font.otf"));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ using test::ucs2Lines;
 class TableMeasurer final : public PrefixMeasurer {
   public:
     explicit TableMeasurer(const std::string &text) : m_text(text) {}
-    int32_t prefixWidth(std::size_t start, std::size_t end) override {
+    int32_t prefix_width(std::size_t start, std::size_t end) override {
         int32_t w = 0;
         for (std::size_t i = start; i < end; i += 2) {
             const char c = m_text[i];
@@ -37,7 +37,7 @@ class TableMeasurer final : public PrefixMeasurer {
 std::vector<std::string> breakAscii(const std::string &ascii, int32_t width) {
     const std::string text = ucs2(ascii);
     TableMeasurer measurer(text);
-    return breakLines(text, width, measurer);
+    return break_lines(text, width, measurer);
 }
 
 TEST(LineBreaking, BreaksAtTheCharacterThatNoLongerFits) {
@@ -74,7 +74,7 @@ TEST(LineBreaking, PaginationKeepsLinesWholeAndStartsANewPageWhenOneDoesNotFit) 
     const auto sizes = [&](double lineHeight, int32_t pageHeight) {
         std::vector<std::string> current;
         std::vector<std::vector<std::string>> pages;
-        paginateLines(lines, lineHeight, pageHeight, current, pages);
+        paginate_lines(lines, lineHeight, pageHeight, current, pages);
         EXPECT_EQ(current, pages.back()); // the last page stays in currentLines
         std::vector<std::size_t> out;
         for (const auto &page : pages)
@@ -147,8 +147,8 @@ TEST(LineBreaking, IncrementalMeasuringGivesTheLinesOfTheLiteralOne) {
                 LiteralPrefixMeasurer literal(scratch.context(), text);
                 IncrementalPrefixMeasurer incremental(scratch.context(), text);
                 ASSERT_FALSE(incremental.fallsBack()) << font.path << font.family;
-                const auto expected = breakLines(text, width, literal);
-                const auto actual = breakLines(text, width, incremental);
+                const auto expected = break_lines(text, width, literal);
+                const auto actual = break_lines(text, width, incremental);
                 ASSERT_EQ(actual, expected)
                     << "font " << font.path << font.family << " kind " << kind << " style " << style
                     << " size " << size << " width " << width;
@@ -182,7 +182,7 @@ TEST(LineBreaking, IncrementalMeasuringFollowsInkThatSticksOutOfTheGuards) {
         ASSERT_FALSE(incremental.fallsBack());
         for (std::size_t start = 0; start < text.size(); start += 98) {
             for (std::size_t end = start + 2; end <= text.size(); end += 2) {
-                ASSERT_EQ(incremental.prefixWidth(start, end), literal.prefixWidth(start, end))
+                ASSERT_EQ(incremental.prefix_width(start, end), literal.prefix_width(start, end))
                     << "size " << size << " start " << start << " end " << end;
             }
         }

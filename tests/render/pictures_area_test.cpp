@@ -105,7 +105,7 @@ TEST(PicturesArea, FrameTakesItsStripHeightOnEverySide) {
     test::writePng("strip.png", 10, 2, 1, 0, 0);
     PicturesArea area;
     place(area, 3, 4, 64, 32);
-    area.computeDrawRect();
+    area.compute_draw_rect();
     EXPECT_EQ(area.pageLeft, 3u);
     EXPECT_EQ(area.drawWidth, 64);
     EXPECT_EQ(area.drawHeight, 32);
@@ -116,7 +116,7 @@ TEST(PicturesArea, FrameTakesItsStripHeightOnEverySide) {
     ASSERT_NE(area.frameObject->framePixels, nullptr);
     EXPECT_EQ(area.frameObject->frameLength, 10);
     area.frameEnabled = 1;
-    area.computeDrawRect();
+    area.compute_draw_rect();
     EXPECT_EQ(area.pageLeft, 5u);
     EXPECT_EQ(area.drawWidth, 60);
     EXPECT_EQ(area.drawHeight, 28);

@@ -18,7 +18,7 @@ inline const char *const kWenQuanYi = "/usr/share/fonts/truetype/wqy/wqy-microhe
 
 // Gives the area the add-area record of a picture area at (x, y), width × height.
 inline void place(PicturesArea &area, uint16_t x, uint16_t y, uint16_t width, uint16_t height) {
-    area.setAreaHeader(0, {x, y, width, height});
+    area.set_area_header(0, {x, y, width, height});
 }
 
 // ASCII to UCS-2LE.

@@ -23,7 +23,7 @@ std::vector<uint8_t> unframe(const std::vector<uint8_t> &frame) {
 TEST(PacketPack, ProbeFrameIsByteExact) {
     LedTKPacket packet;
     std::vector<uint8_t> out;
-    packet.packProbe(out);
+    packet.pack_probe(out);
     EXPECT_EQ(out, hex("A5A5A5A5A5A5A5A5 FEFF 0080 00 00 FE 01 0200 0400 23B8 E3 A2 00 0000 5A"));
     EXPECT_EQ(packet.m_sequence, 4);
 }
@@ -32,7 +32,7 @@ TEST(PacketPack, Version5RequestEscapesEveryDelimiter) {
     LedTKPacket packet;
     packet.m_DeviceType = 0x1051; // only the low byte chooses the header
     std::vector<uint8_t> probe;
-    packet.packProbe(probe); // takes sequence 2, as a peer's init does
+    packet.pack_probe(probe); // takes sequence 2, as a peer's init does
     std::vector<uint8_t> out;
     const std::vector<uint8_t> data = {0x5A, 0x5B, 0xA5, 0xA6, 0x03};
     packet.pack(0xA2, 0x05, data.data(), static_cast<int16_t>(data.size()), out);
@@ -97,14 +97,14 @@ TEST(PacketPack, Version240HasA32BitLengthAndATrailingCrc) {
     std::vector<uint8_t> out;
     const uint8_t data[] = {0xA7, 0x01, 0x5A};
     packet.pack240(0xA7, 0x01, data, sizeof data, out);
-    const std::vector<uint8_t> inner = {0xFE, 0xFF, 0x00, 0x80, 0xF0, 0x00, 0x62, 0x00, 0, 0,
+    const std::vector<uint8_t> inner = {0xFE, 0xFF, 0x00, 0x80, 0xF0, 0x00, 0x62, 0x00, 0,   0,
                                         0,    0,    3,    0,    0,    0,    0xA7, 0x01, 0x5A};
     std::vector<uint8_t> expected = inner;
     const uint16_t crc = test::ref_crc16(inner);
     expected.push_back(static_cast<uint8_t>(crc));
     expected.push_back(static_cast<uint8_t>(crc >> 8));
     EXPECT_EQ(out, test::ref_frame(expected));
-    EXPECT_EQ(packet.pack240Large(0xA7, 0x01, data, sizeof data), out);
+    EXPECT_EQ(packet.pack_240_large(0xA7, 0x01, data, sizeof data), out);
     EXPECT_EQ(packet.m_sequence, 2) << "version 240 has no sequence";
 }
 
@@ -137,8 +137,8 @@ TEST(PacketUnpack, AcknowledgesGiveZeroTheErrorCodeOrUnexpected) {
         LedTKPacket packet;
         uint8_t out[16] = {};
         uint16_t capacity = sizeof out;
-        EXPECT_EQ(packet.unpack(frame.data(), static_cast<uint16_t>(frame.size()), 0xA2, 0x01,
-                                out, capacity),
+        EXPECT_EQ(packet.unpack(frame.data(), static_cast<uint16_t>(frame.size()), 0xA2, 0x01, out,
+                                capacity),
                   c.result)
             << int(c.code) << "/" << c.error;
         EXPECT_EQ(packet.m_echo, 0x33);
@@ -215,7 +215,8 @@ TEST(PacketUnpack, PadIsRemovedOnlyWhenTheMarkerSaysSo) {
     Answer padded;
     padded.padMarker = 0x00;
     padded.padIndex = 200; // 200 + 111 stays inside the 512 table bytes
-    for (int i = 0; i < 150; ++i) padded.data.push_back(static_cast<uint8_t>(i * 7));
+    for (int i = 0; i < 150; ++i)
+        padded.data.push_back(static_cast<uint8_t>(i * 7));
     const auto frame = padded.frame();
     LedTKPacket packet;
     std::vector<uint8_t> out(256);
@@ -232,8 +233,8 @@ TEST(PacketUnpack, PadIsRemovedOnlyWhenTheMarkerSaysSo) {
     plain.data = {9, 8, 7};
     const auto plainFrame = plain.frame();
     capacity = 256;
-    EXPECT_EQ(packet.unpack(plainFrame.data(), static_cast<uint16_t>(plainFrame.size()), 0xA2,
-                            0x01, out.data(), capacity),
+    EXPECT_EQ(packet.unpack(plainFrame.data(), static_cast<uint16_t>(plainFrame.size()), 0xA2, 0x01,
+                            out.data(), capacity),
               0);
     EXPECT_EQ(std::vector<uint8_t>(out.begin(), out.begin() + 3), hex("09 08 07"));
 }
@@ -250,9 +251,9 @@ TEST(PacketUnpack, Version7AnswerSetsTheCapabilityOfTheNextRequest) {
     packet.m_DeviceType = 0x0062;
     uint8_t out[4];
     uint16_t capacity = sizeof out;
-    ASSERT_EQ(packet.unpack(frame.data(), static_cast<uint16_t>(frame.size()), 0xA2, 0x01, out,
-                            capacity),
-              0);
+    ASSERT_EQ(
+        packet.unpack(frame.data(), static_cast<uint16_t>(frame.size()), 0xA2, 0x01, out, capacity),
+        0);
     EXPECT_EQ(packet.m_capAnswer, 0x02);
     std::vector<uint8_t> request;
     packet.pack(0xA2, 0x01, nullptr, 0, request);
@@ -271,9 +272,9 @@ TEST(PacketUnpack, Version240AnswerHasItsBodyAtSixteen) {
     LedTKPacket packet;
     uint8_t out[4] = {};
     uint16_t capacity = sizeof out;
-    EXPECT_EQ(packet.unpack(frame.data(), static_cast<uint16_t>(frame.size()), 0xA7, 0x01, out,
-                            capacity),
-              0);
+    EXPECT_EQ(
+        packet.unpack(frame.data(), static_cast<uint16_t>(frame.size()), 0xA7, 0x01, out, capacity),
+        0);
     EXPECT_EQ(out[0], 0x42);
 }
 
@@ -286,7 +287,7 @@ TEST(PacketUnpack, ProbeAnswerGivesTheDeviceTypeWithoutChecks) {
     LedTKPacket packet;
     std::vector<uint8_t> out;
     uint16_t outLen = 0;
-    EXPECT_EQ(packet.unpackProbe(frame.data(), static_cast<uint16_t>(frame.size()), out, outLen),
+    EXPECT_EQ(packet.unpack_probe(frame.data(), static_cast<uint16_t>(frame.size()), out, outLen),
               0);
     EXPECT_EQ(outLen, a.inner().size());
     EXPECT_EQ(out[6] | (out[7] << 8), 0x0062);
@@ -295,9 +296,9 @@ TEST(PacketUnpack, ProbeAnswerGivesTheDeviceTypeWithoutChecks) {
     Answer version3;
     version3.version = 3;
     const auto bad = version3.frame();
-    EXPECT_EQ(packet.unpackProbe(bad.data(), static_cast<uint16_t>(bad.size()), out, outLen), -4);
+    EXPECT_EQ(packet.unpack_probe(bad.data(), static_cast<uint16_t>(bad.size()), out, outLen), -4);
     const auto noEnd = hex("A5 A5 00 00");
-    EXPECT_EQ(packet.unpackProbe(noEnd.data(), 4, out, outLen), -1);
+    EXPECT_EQ(packet.unpack_probe(noEnd.data(), 4, out, outLen), -1);
 }
 
 } // namespace

@@ -15,7 +15,7 @@ ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType)
     mode.width = options.width;
     mode.height = options.height;
     mode.colorMode = options.colorMode;
-    mode.tranPixelMode = tranPixelModeOf(controllerType).value_or(0);
+    mode.tranPixelMode = tran_pixel_mode_of(controllerType).value_or(0);
     mode.doubleColor = options.doubleColor;
     return mode;
 }
