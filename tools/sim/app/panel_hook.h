@@ -6,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "panel_png.h"
+#include "sim/panel/panel_png.h"
 
 namespace zel::sim {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <unistd.h>
 
-#include "sim/panel_hook.h"
-#include "sim/simulator.h"
+#include "sim/app/panel_hook.h"
+#include "sim/protocol/simulator.h"
 
 namespace {
 

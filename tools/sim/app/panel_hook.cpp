@@ -1,4 +1,4 @@
-#include "panel_hook.h"
+#include "sim/app/panel_hook.h"
 
 #include <exception>
 #include <filesystem>
@@ -6,7 +6,7 @@
 #include <string>
 
 #include "sdk/controller_types.h"
-#include "simulator.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::sim {
 
