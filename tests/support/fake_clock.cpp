@@ -17,11 +17,6 @@ std::vector<std::string> FakeClock::events() const {
     return m_events;
 }
 
-uint64_t FakeClock::elapsed_ms() const {
-    std::lock_guard<std::mutex> guard(m_mutex);
-    return m_elapsed;
-}
-
 void FakeClock::at(uint64_t atMs, std::function<void()> action) {
     std::lock_guard<std::mutex> guard(m_mutex);
     m_actions.emplace_back(atMs, std::move(action));

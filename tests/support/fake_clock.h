@@ -14,6 +14,7 @@
 #include <functional>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/clock.h"
@@ -35,9 +36,8 @@ class FakeClock final : public platform::Clock {
 
     // In order: "sleep 100", "wait 5000 timed out", "wait 3000 ready", "wait 1000 failed".
     std::vector<std::string> events() const;
-    // The time that passed on this clock: sleeps and timed-out waits.
-    uint64_t elapsed_ms() const;
-    // Runs `action` once, on the thread whose sleep or wait brings the time to `atMs` or beyond.
+    // Runs `action` once, on the thread whose sleep or wait brings the clock's time (0 when it
+    // was made) to `atMs` or beyond.
     void at(uint64_t atMs, std::function<void()> action);
 
     uint32_t tick_count_ms() override;
