@@ -4,7 +4,14 @@
 
 namespace zel::test {
 
-FakeClock::FakeClock(Waits waits, uint32_t startTick) : m_waits(waits), m_startTick(startTick) {
+namespace {
+
+constexpr uint32_t kPaceDivisor = 5;
+
+} // namespace
+
+FakeClock::FakeClock(Waits waits, uint32_t startTick, Sleeps sleeps)
+    : m_waits(waits), m_startTick(startTick), m_sleeps(sleeps) {
     m_previous = platform::install_clock(this);
 }
 
@@ -28,6 +35,9 @@ uint32_t FakeClock::tick_count_ms() {
 }
 
 void FakeClock::sleep_ms(uint32_t milliseconds) {
+    if (m_sleeps == Sleeps::Paced) {
+        platform::real_clock().sleep_ms(milliseconds / kPaceDivisor);
+    }
     pass("sleep " + std::to_string(milliseconds), milliseconds);
 }
 

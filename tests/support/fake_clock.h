@@ -4,10 +4,15 @@
 // every sleep and wait of the library in order, so that a test can hold the library to the
 // pauses and time-outs of the protocol.
 //
+// A serial line is paced by sleeps alone: the library reads after a pause and gives up when the
+// tick count says the time is over. Paced sleeps take a fifth of their time for real, so that a
+// real peer still answers in the time the library gives it while the exchange runs five times
+// faster.
+//
 // It is installed for the whole process: the library's calls on every thread see it. Use it
 // where the peer stays silent or the order of events is forced; where a real peer has to answer
-// in time (a serial line is paced by sleeps alone), keep the real clock. Threads that use the
-// library under it must be joined before it goes.
+// in time over a serial line, use real waits and paced sleeps. Threads that use the library
+// under it must be joined before it goes.
 #pragma once
 
 #include <cstdint>
@@ -28,8 +33,18 @@ class FakeClock final : public platform::Clock {
         Real,   // a wait blocks for real up to its time-out; only the sleeps are skipped
     };
 
+    enum class Sleeps {
+        Skip,  // a sleep returns at once
+        Paced, // a sleep takes a fifth of its time for real
+    };
+
     // `startTick` is the first tick count the library reads.
-    explicit FakeClock(Waits waits = Waits::Expire, uint32_t startTick = 0);
+    explicit FakeClock(Waits waits = Waits::Expire, uint32_t startTick = 0,
+                       Sleeps sleeps = Sleeps::Skip);
+    // Real waits and paced sleeps: a real peer on a serial line, five times faster.
+    static constexpr struct PacedTag {
+    } kPaced{};
+    explicit FakeClock(PacedTag) : FakeClock(Waits::Real, 0, Sleeps::Paced) {}
     ~FakeClock() override;
     FakeClock(const FakeClock &) = delete;
     FakeClock &operator=(const FakeClock &) = delete;
@@ -49,6 +64,7 @@ class FakeClock final : public platform::Clock {
 
     const Waits m_waits;
     const uint32_t m_startTick;
+    const Sleeps m_sleeps;
     platform::Clock *m_previous = nullptr;
     mutable std::mutex m_mutex;
     uint64_t m_elapsed = 0;
