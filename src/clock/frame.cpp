@@ -40,12 +40,11 @@ void add_area_frame(PicturesArea &area, const FrameHeaderG5 &header, const char 
     }
 }
 
-void add_area_frame_g6(PicturesArea &area, std::array<uint8_t, kFrameRecordSizeG6> &frameRecordG6,
-                       const FrameParamsG6 &params, const char *pngPath) {
+void add_area_frame_g6(PicturesArea_g6 &area, const FrameParamsG6 &params, const char *pngPath) {
     if (area.frameEnabled != 0) {
         return;
     }
-    frameRecordG6 = params.header();
+    area.frameRecord_G6 = params.header();
     if (!attach_strip(area, pngPath)) {
         console_printf("Error:PicturesArea_g6 Can't create_from_png. file:%s \n", pngPath);
     }

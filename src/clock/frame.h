@@ -13,6 +13,7 @@
 
 #include "render/pictures_area.h"
 #include "render/pictures_area_frame.h"
+#include "render/pictures_area_g6.h"
 
 namespace zel {
 
@@ -22,11 +23,10 @@ namespace zel {
 // record). Otherwise the strip is encoded and the text is broken again for the smaller room.
 void add_area_frame(PicturesArea &area, const FrameHeaderG5 &header, const char *pngPath);
 
-// The G6 form: the header made of `params` goes to `frameRecordG6` (its bytes 7 to 13 held at
+// The G6 form: the header made of `params` goes to frameRecord_G6 (its bytes 7 to 13 held at
 // 0); the G5 record is not touched. An unreadable PNG prints
 // "Error:PicturesArea_g6 Can't create_from_png. file:<path> \n".
-void add_area_frame_g6(PicturesArea &area, std::array<uint8_t, kFrameRecordSizeG6> &frameRecordG6,
-                       const FrameParamsG6 &params, const char *pngPath);
+void add_area_frame_g6(PicturesArea_g6 &area, const FrameParamsG6 &params, const char *pngPath);
 
 // Detaches the frame and gives the area its full size back. The encoded strip stays until the
 // next frame or the area's end. Nothing happens without a frame.

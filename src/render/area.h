@@ -31,6 +31,16 @@ struct AreaRect {
     bool operator==(const AreaRect &) const = default;
 };
 
+// The three bytes that a G6 add-area record carries behind the rectangle. The library keeps
+// them for the file and reads none of them.
+struct AreaExtraG6 {
+    uint8_t backGroundFlag = 0;
+    uint8_t transparency = 0;
+    uint8_t areaEqual = 0;
+
+    bool operator==(const AreaExtraG6 &) const = default;
+};
+
 class TKarea {
   public:
     // Everything zero or empty, gamma tables filled; also starts the process-wide FreeType

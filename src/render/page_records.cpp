@@ -46,6 +46,28 @@ std::array<uint8_t, PageDisplayRecord::kSize> PageDisplayRecord::bytes() const {
     return to_array<kSize>(*this);
 }
 
+void PageDisplayRecord_G6::write(ByteWriter &out) const {
+    out.u8(pageByte0).u8(displayEffect).u8(pageByte2).u8(pageByte3).u16(pageWord4);
+    out.u8(pageByte6).u16(pageWidth).u8(0).u8(pageByte10).zeros(7);
+}
+
+std::array<uint8_t, PageDisplayRecord_G6::kSize> PageDisplayRecord_G6::bytes() const {
+    return to_array<kSize>(*this);
+}
+
+PageDisplayRecord PageDisplayRecord_G6::display_record() const {
+    PageDisplayRecord p;
+    p.pageByte0 = pageByte0;
+    p.displayEffect = displayEffect;
+    p.pageByte2 = pageByte2;
+    p.pageByte3 = pageByte3;
+    p.pageWord4 = pageWord4;
+    p.pageByte6 = pageByte6;
+    p.pageWidth = pageWidth;
+    p.reserved = 0;
+    return p;
+}
+
 TextStyleRecord TextStyleRecord::read(std::span<const uint8_t> bytes) {
     const auto raw = padded<kSize>(bytes);
     ByteReader r(raw);

@@ -43,6 +43,28 @@ struct PageDisplayRecord {
     bool operator==(const PageDisplayRecord &) const = default;
 };
 
+// The 18-byte page header of a G6 area: the G5 header's nine bytes, a reserved byte, one byte
+// more for the controller and seven reserved bytes.
+struct PageDisplayRecord_G6 {
+    static constexpr std::size_t kSize = 18;
+
+    uint8_t pageByte0 = 0;
+    uint8_t displayEffect = 0;
+    uint8_t pageByte2 = 0;
+    uint8_t pageByte3 = 0;
+    uint16_t pageWord4 = 0;
+    uint8_t pageByte6 = 0;
+    uint16_t pageWidth = 0; // rewritten by the file writer for each page
+    uint8_t pageByte10 = 0; // for the controller
+
+    void write(ByteWriter &out) const;
+    std::array<uint8_t, kSize> bytes() const;
+    // The G5 header that page generation reads: bytes 0 to 8 as here, bytes 9 to 12 zero.
+    PageDisplayRecord display_record() const;
+
+    bool operator==(const PageDisplayRecord_G6 &) const = default;
+};
+
 // The 20-byte style of a text.
 struct TextStyleRecord {
     static constexpr std::size_t kSize = 20;
@@ -67,6 +89,12 @@ struct TextStyleRecord {
 // The page header and the style of one text, as the text entries give them.
 struct TextPageParams {
     PageDisplayRecord display;
+    TextStyleRecord style;
+};
+
+// The same for the G6 text entries.
+struct TextPageParamsG6 {
+    PageDisplayRecord_G6 display;
     TextStyleRecord style;
 };
 

@@ -68,6 +68,10 @@ void PicturesArea::addPicture(uint16_t picID, const char *path, const PageDispla
     pictureDetails.push_back({display, picID});
     // pictureDetails keeps adding order while the play list follows picID; the file writer
     // relies on both as they are.
+    insert_picture_path(picID, path);
+}
+
+void PicturesArea::insert_picture_path(uint16_t picID, const char *path) {
     std::size_t index = 0;
     for (auto it = m_PageList.begin(); it != m_PageList.end(); ++it, ++index) {
         if (index == picID) {

@@ -56,6 +56,8 @@ class PicturesArea : public TKarea {
     // picture now at that position, or at the end when there is none. The pointer is kept,
     // not the string: it must stay valid until the pages are rendered.
     void addPicture(uint16_t picID, const char *path, const PageDisplayRecord &display);
+    // Puts a path into the play list as addPicture does, without recording a page header.
+    void insert_picture_path(uint16_t picID, const char *path);
 
     // ---- Pages ----
     // Breaks the text into lines (and, in MULTILINE mode, pages) for the drawable rectangle.

@@ -137,19 +137,19 @@ TEST_F(Frames, ProgramFrameKeepsByteZeroAndItsStripFromTheTimeItWasAdded) {
 }
 
 TEST_F(Frames, G6AreaFrameRecordAndMessage) {
-    PicturesArea &a = area(1, 0, 64, 32);
-    std::array<uint8_t, kFrameRecordSizeG6> recordG6;
-    recordG6.fill(0xEE);
+    PicturesArea_g6 a;
+    a.set_area_header(0, {0, 0, 64, 32});
+    a.frameRecord_G6.fill(0xEE);
     const FrameParamsG6 header = params_g6(0xA1, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6);
     {
         StdoutCapture out;
-        add_area_frame_g6(a, recordG6, header, "nope.png");
+        add_area_frame_g6(a, header, "nope.png");
         EXPECT_EQ(out.text(), "Error:PicturesArea_g6 Can't create_from_png. file:nope.png \n");
     }
     EXPECT_EQ(a.frameEnabled, 0);
-    add_area_frame_g6(a, recordG6, header, "strip8x2.png");
-    EXPECT_EQ(recordG6, (std::array<uint8_t, 14>{1, 0xA1, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6, 0, 0, 0, 0,
-                                                 0, 0, 0}));
+    add_area_frame_g6(a, header, "strip8x2.png");
+    EXPECT_EQ(a.frameRecord_G6, (std::array<uint8_t, 14>{1, 0xA1, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6, 0,
+                                                         0, 0, 0, 0, 0, 0}));
     EXPECT_EQ(a.frameRecord, (std::array<uint8_t, 7>{})) << "the G5 record is not touched";
     EXPECT_EQ(a.drawWidth, 60);
 }
