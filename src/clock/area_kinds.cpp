@@ -1,7 +1,35 @@
 #include "clock/area_kinds.h"
 
+#include "clock/background.h"
+#include "program/program_file_g6.h"
+
 namespace zel {
+namespace {
+
+std::unique_ptr<TKarea> make_background() {
+    return std::make_unique<BackGround>();
+}
+
+void keep_background_extra(TKarea &area, const AreaExtraG6 &extra) {
+    dynamic_cast<BackGround &>(area).areaExtra_G6 = extra;
+}
+
+AreaBodyG6 background_body_g6(TKarea &area, DataFileWriter &data) {
+    auto &background = dynamic_cast<BackGround &>(area);
+    background.displayRecord.displayEffect = background.displayRecord_G6.displayEffect;
+    background.renderBackground();
+    // The body of a picture area, whose length counts a frame header as 7 bytes.
+    return write_picture_area_g6(background, data, FrameCount::AsG5);
+}
+
+} // namespace
 
 void add_clock_area_kinds(AreaKindTable & /*table*/) {}
+
+void add_clock_area_kinds_g6(AreaKindTable &table) {
+    // A G5 file has no place for a background: a G5 integration leaves it out.
+    table.add({kAreaTypeBackground, &make_background, nullptr, &keep_background_extra,
+               &background_body_g6});
+}
 
 } // namespace zel

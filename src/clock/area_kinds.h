@@ -9,4 +9,7 @@ namespace zel {
 // yet, so there is nothing to add and a G5 program refuses type 2.
 void add_clock_area_kinds(AreaKindTable &table);
 
+// Adds the clock layer's kinds to a G6 program's table: the background (type 11).
+void add_clock_area_kinds_g6(AreaKindTable &table);
+
 } // namespace zel

@@ -15,8 +15,12 @@ const AreaKindTable &area_kinds_g5() {
 }
 
 const AreaKindTable &area_kinds_g6() {
-    // G6 areas have their own classes; none of them exists yet.
-    static const AreaKindTable table;
+    static const AreaKindTable table = [] {
+        AreaKindTable t;
+        add_program_area_kinds_g6(t);
+        add_clock_area_kinds_g6(t);
+        return t;
+    }();
     return table;
 }
 
@@ -33,8 +37,11 @@ ProgramObject *program_access_g6() {
 }
 
 ProgramObj *current_program_g5() {
-    auto *program = dynamic_cast<ProgramObj *>(program_access_g5());
-    return program != nullptr && program->generation() == Generation::G5 ? program : nullptr;
+    return dynamic_cast<ProgramObj *>(program_access_g5());
+}
+
+ProgramObj *any_program_g6() {
+    return dynamic_cast<ProgramObj *>(program_access_g6());
 }
 
 ProgramObj_g6 *current_program_g6() {

@@ -11,7 +11,7 @@ namespace zel::exports {
 
 // The kinds of a G5 program: picture areas, and what the clock layer adds.
 const AreaKindTable &area_kinds_g5();
-// The kinds of a G6 program.
+// The kinds of a G6 program: G6 picture areas, and what the clock layer adds (backgrounds).
 const AreaKindTable &area_kinds_g6();
 
 // The two accessors of the program slot: the current program, made as a G5 (G6) program when
@@ -19,10 +19,14 @@ const AreaKindTable &area_kinds_g6();
 ProgramObject *program_access_g5();
 ProgramObject *program_access_g6();
 
-// The current program through the G5 accessor when it is a G5 program; null otherwise (no
-// program could be made, or the current one is a G6 program, which a G5 entry refuses).
+// The current program through the G5 accessor, of either generation: the G5 entries act on
+// what every program has. Null only when no program could be made.
 ProgramObj *current_program_g5();
-// The current program through the G6 accessor when it is a G6 program; null otherwise.
+// The same through the G6 accessor, for the G6 entries that act on what every program has
+// (areas, their content, play periods, removing the frame).
+ProgramObj *any_program_g6();
+// The current program through the G6 accessor when it is a G6 program; null otherwise. The
+// entries that need the G6 header, the G6 frame header or the two files use it.
 ProgramObj_g6 *current_program_g6();
 
 } // namespace zel::exports

@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "program/program_file.h"
+#include "program/program_file_g6.h"
 #include "render/pictures_area.h"
+#include "render/pictures_area_g6.h"
 
 namespace zel {
 namespace {
@@ -49,6 +51,22 @@ std::vector<uint8_t> pictures_area_body_g5(TKarea &area) {
     return body;
 }
 
+std::unique_ptr<TKarea> make_pictures_area_g6() {
+    return std::make_unique<PicturesArea_g6>();
+}
+
+void keep_pictures_extra_g6(TKarea &area, const AreaExtraG6 &extra) {
+    dynamic_cast<PicturesArea_g6 &>(area).areaExtra_G6 = extra;
+}
+
+AreaBodyG6 pictures_area_body_g6(TKarea &area, DataFileWriter &data) {
+    auto &pictures = dynamic_cast<PicturesArea_g6 &>(area);
+    // Page generation reads the G5 header, whose effect the G6 one decides.
+    pictures.displayRecord.displayEffect = pictures.displayRecord_G6.displayEffect;
+    pictures.renderPages();
+    return write_picture_area_g6(pictures, data, FrameCount::Written);
+}
+
 } // namespace
 
 void AreaKindTable::add(const AreaKind &kind) {
@@ -70,6 +88,11 @@ const AreaKind *AreaKindTable::find(uint8_t areaType) const {
 
 void add_program_area_kinds(AreaKindTable &table) {
     table.add({kAreaTypePictures, &make_pictures_area, &pictures_area_body_g5});
+}
+
+void add_program_area_kinds_g6(AreaKindTable &table) {
+    table.add({kAreaTypePictures, &make_pictures_area_g6, &pictures_area_body_g5,
+               &keep_pictures_extra_g6, &pictures_area_body_g6});
 }
 
 } // namespace zel

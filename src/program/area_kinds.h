@@ -14,9 +14,20 @@
 
 namespace zel {
 
+class DataFileWriter;
+
 // Area type bytes of the add-area record.
 inline constexpr uint8_t kAreaTypePictures = 0;
 inline constexpr uint8_t kAreaTypeTime = 2;
+inline constexpr uint8_t kAreaTypeBackground = 11; // G6 only
+
+// An area's body in a G6 program file and the length that its block declares. The two differ
+// where the controllers' files have always carried more than they declare (the frame header of
+// a background): the block then holds the declared length and every byte.
+struct AreaBodyG6 {
+    uint32_t declaredLength = 0;
+    std::vector<uint8_t> bytes;
+};
 
 struct AreaKind {
     uint8_t areaType = 0;
@@ -25,6 +36,12 @@ struct AreaKind {
     // Renders an area of this kind with the screen settings of now and returns its body in a
     // G5 program file (what follows the block's length word). Throws what rendering throws.
     std::vector<uint8_t> (*bodyG5)(TKarea &area) = nullptr;
+    // G6: keeps the three bytes behind the rectangle of the add-area record in the area.
+    void (*keepExtraG6)(TKarea &area, const AreaExtraG6 &extra) = nullptr;
+    // G6: renders an area of this kind with the screen settings of now, puts its pixels into
+    // the data file at the running offset and returns its body in the program file. Throws
+    // what rendering throws.
+    AreaBodyG6 (*bodyG6)(TKarea &area, DataFileWriter &data) = nullptr;
 };
 
 class AreaKindTable {
@@ -40,5 +57,8 @@ class AreaKindTable {
 
 // The kinds that the program layer itself provides: the picture and text area (type 0).
 void add_program_area_kinds(AreaKindTable &table);
+// The same for a G6 program: PicturesArea_g6 (type 0), which writes the G5 body too, for a
+// G5 integration of a G6 program.
+void add_program_area_kinds_g6(AreaKindTable &table);
 
 } // namespace zel

@@ -21,6 +21,7 @@ int32_t ProgramObj::set_header(const ProgramHeaderG5 &header) {
         return -1;
     }
     m_header = header;
+    m_headerName = *name;
     m_fileName = *name;
     return 0;
 }
@@ -37,6 +38,9 @@ void ProgramObj::set_play_periods(PlayPeriods periods) {
 }
 
 int32_t ProgramObj::add_area(uint16_t areaID, uint8_t areaType, const AreaRect &rect) {
+    if (areaType != kAreaTypePictures && areaType != kAreaTypeTime) {
+        return -1;
+    }
     const AreaKind *kind = m_kinds->find(areaType);
     if (kind == nullptr || kind->make == nullptr) {
         return -1;
@@ -49,15 +53,45 @@ void ProgramObj::place_area(uint16_t areaID, std::unique_ptr<TKarea> area, uint8
                             const AreaRect &rect) {
     // A replaced area leaves its place; the new one goes to the end, and the count still
     // rises, so the file's count stands one above its area blocks. Deliberate.
+    erase_area(areaID);
+    area->set_area_header(areaType, rect);
+    area->areaID = areaID;
+    m_areas.push_back(std::move(area));
+    ++m_areaCount;
+}
+
+int32_t ProgramObj::add_area_g6(uint16_t areaID, uint8_t areaType, const AreaRect &rect,
+                                const AreaExtraG6 &extra, const AreaKindTable &kindsG6) {
+    console_printf("============== zelDual_program_addArea_G6 =============== \r\n");
+    console_printf("areaID = %d; \r\n \t\t\tAreaType = %d, AreaX = %d, AreaY = %d, "
+                   "AreaWidth = %d, AreaHeight = %d;\r\n \t\t\tBackGroundFlag = %d, "
+                   "Transparency = %d, AreaEqual = %d; \r\n ",
+                   areaID, areaType, rect.x, rect.y, rect.width, rect.height, extra.backGroundFlag,
+                   extra.transparency, extra.areaEqual);
+    // The old area goes first, also when the type makes no new one.
+    erase_area(areaID);
+    const AreaKind *kind = kindsG6.find(areaType);
+    if (kind == nullptr || kind->make == nullptr) {
+        ++m_areaCount;
+        return 0;
+    }
+    std::unique_ptr<TKarea> area = kind->make();
+    if (kind->keepExtraG6 != nullptr) {
+        kind->keepExtraG6(*area, extra);
+    }
+    place_area(areaID, std::move(area), areaType, rect);
+    if (areaType == kAreaTypeBackground) {
+        m_hasBackground = true; // not cleared when the background goes
+    }
+    return 0;
+}
+
+void ProgramObj::erase_area(uint16_t areaID) {
     const auto same = std::find_if(m_areas.begin(), m_areas.end(),
                                    [&](const auto &a) { return a->areaID == areaID; });
     if (same != m_areas.end()) {
         m_areas.erase(same);
     }
-    area->set_area_header(areaType, rect);
-    area->areaID = areaID;
-    m_areas.push_back(std::move(area));
-    ++m_areaCount;
 }
 
 void ProgramObj::delete_area(uint16_t areaID) {
@@ -125,13 +159,13 @@ void ProgramObj::remove_frame() {
 const ProgramFileImage &ProgramObj::integrate() {
     m_image.data.clear();
     ProgramImageHead head;
-    head.header = header_bytes(m_header, m_fileName);
+    head.header = header_bytes(m_header, m_headerName);
     head.hasPlayPeriods = m_hasPlayPeriods ? 1 : 0;
     head.playPeriods = m_playPeriods;
     head.hasFrame = m_hasFrame;
     head.frameHeader = m_frameHeader.bytes();
     head.frameData = m_frameData;
-    head.hasBackground = false; // a G5 program has none
+    head.hasBackground = m_hasBackground; // set only by a G6 program's background
     head.areaCount = m_areaCount;
     std::vector<uint8_t> image = begin_program_image(head);
     for (const auto &area : m_areas) {

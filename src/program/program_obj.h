@@ -11,7 +11,9 @@
 // - The areas are held in order of (last) addition and found by the first equal identifier.
 // - has_frame() implies that the frame strip was encoded; a strip that the encoder refuses
 //   leaves the frame as it was.
-// - file_name() is the name the header's number gave, or empty before the first header.
+// - file_name() is the name the last header's number gave (of either generation), or empty
+//   before the first header; each header keeps the name it was set with.
+// - has_background() is set by the first background a G6 program adds and stays set.
 #pragma once
 
 #include <cstdint>
@@ -34,8 +36,6 @@ inline constexpr int32_t kWrongAreaId = 29;
 // delete_area with this identifier empties the program, unless an area carries it.
 inline constexpr uint16_t kAllAreas = 0xFFFF;
 
-enum class Generation { G5, G6 };
-
 // A file image handed to the controller: name, type byte, bytes ending in their CRC-32.
 struct ProgramFileImage {
     FileName name{};
@@ -51,8 +51,6 @@ class ProgramObj : public ProgramObject {
     ~ProgramObj() override;
     ProgramObj(const ProgramObj &) = delete;
     ProgramObj &operator=(const ProgramObj &) = delete;
-
-    virtual Generation generation() const { return Generation::G5; }
 
     // ---- Header ----
     // Applies the file-name rule to the header's number: 0 with the header and its name
@@ -70,9 +68,17 @@ class ProgramObj : public ProgramObject {
 
     // ---- Areas ----
     // Adds an area of the table's kind for `areaType` at `rect`, replacing an area of the same
-    // identifier (whose place goes, while the count still rises). 0; -1 for a type the table
-    // does not know, with nothing changed.
+    // identifier (whose place goes, while the count still rises). The G5 add knows the types
+    // 0 and 2 only. 0; -1 for another type or one the table does not know, with nothing
+    // changed.
     int32_t add_area(uint16_t areaID, uint8_t areaType, const AreaRect &rect);
+    // The G6 add: traces the record, destroys an area of the same identifier and adds one of
+    // the G6 kind for `areaType`, keeping `extra` in it; a background marks the program. A type
+    // that `kindsG6` does not know makes no area, but the count rises all the same (the file
+    // then counts more areas than it holds, as the controllers expect). Always 0. A G5 program
+    // takes G6 areas too: what it writes of them is their G5 body, and nothing of a background.
+    int32_t add_area_g6(uint16_t areaID, uint8_t areaType, const AreaRect &rect,
+                        const AreaExtraG6 &extra, const AreaKindTable &kindsG6);
     // Deletes the area, or all areas for kAllAreas when no area has that identifier; an
     // unknown identifier changes nothing.
     void delete_area(uint16_t areaID);
@@ -86,6 +92,7 @@ class ProgramObj : public ProgramObject {
         return dynamic_cast<Area *>(find_area(areaID));
     }
     uint32_t area_count() const { return m_areaCount; }
+    bool has_background() const { return m_hasBackground; }
     std::size_t areas_held() const { return m_areas.size(); }
 
     // ---- Program frame ----
@@ -114,8 +121,10 @@ class ProgramObj : public ProgramObject {
     // new area goes to the end, the count rises.
     void place_area(uint16_t areaID, std::unique_ptr<TKarea> area, uint8_t areaType,
                     const AreaRect &rect);
-    // Raises the count alone (a G6 program counts areas of unknown types that it never made).
-    void count_area() { ++m_areaCount; }
+    // Destroys the first area with this identifier, if any, and leaves the count as it is.
+    void erase_area(uint16_t areaID);
+    // The program's file name, as either generation's header sets it.
+    void set_file_name(const FileName &name) { m_fileName = name; }
 
     // The pieces of the frame operations that the G6 add and change put together otherwise.
     // Loads the PNG into the holder (a new one when `freshHolder` or when there is none); true
@@ -129,10 +138,12 @@ class ProgramObj : public ProgramObject {
   private:
     const AreaKindTable *m_kinds;
     ProgramHeaderG5 m_header;
+    FileName m_headerName{}; // the name in m_header: a G6 header leaves both alone
     FileName m_fileName{};
     bool m_hasPlayPeriods = false;
     PlayPeriods m_playPeriods;
     uint32_t m_areaCount = 0; // what the file says; see the invariants above
+    bool m_hasBackground = false;
     std::vector<std::unique_ptr<TKarea>> m_areas;
     bool m_hasFrame = false;
     FrameHeaderG5 m_frameHeader;

@@ -15,7 +15,6 @@ namespace {
 
 using namespace zel::test;
 using exports::current_program_g5;
-using exports::program_access_g6;
 
 class G5Program : public ::testing::Test {
   protected:
@@ -151,7 +150,7 @@ TEST_F(G5Program, MoveAreaStoresLow16BitsAndRefusesUnknownAreas) {
               (std::vector<uint8_t>{0, 5, 0, 3, 0, 0x10, 0, 4, 0}));
 }
 
-TEST_F(G5Program, EntriesFailOnMissingAreasMissingFilesAndG6Programs) {
+TEST_F(G5Program, EntriesFailOnMissingAreasAndMissingFiles) {
     start(1);
     add_area(1, 0, 64, 16);
     const TextPageParams_G5 p = text_params(0, 1, 12, 1);
@@ -167,16 +166,6 @@ TEST_F(G5Program, EntriesFailOnMissingAreasMissingFilesAndG6Programs) {
     EXPECT_EQ(zelDual_program_pictureAreaGetOnePage(9, 0, &page), -1);
     EXPECT_EQ(+page.pngLength, 0u);
     EXPECT_EQ(+page.pngData, nullptr);
-
-    zelDual_program_deleteProgram();
-    ASSERT_NE(program_access_g6(), nullptr);
-    ZelProgramHeader_G5 h = program_header(1);
-    EXPECT_EQ(zelDual_program_addProgram(&h), -1);
-    EXPECT_EQ(add_area(1, 0, 8, 8), -1);
-    ZelProgramFile_G5 file;
-    std::memset(&file, 0, sizeof file);
-    EXPECT_EQ(zelDual_program_IntegrateProgramFile(&file), -1);
-    EXPECT_EQ(+file.fileData, nullptr);
 }
 
 // Pages of an area of 64 x 32 at x 0 on a one-colour screen: 8 bytes a row, 256 a page.
