@@ -154,6 +154,31 @@ typedef struct OnePageResult {
 } OnePageResult;
 ZEL_STATIC_ASSERT(sizeof(OnePageResult) == 14, "OnePageResult is 14 bytes");
 
+/** Page header and text style of the G6 text and picture entries (31 bytes): the G5 record's
+ *  page header with one byte more for the controller, a byte not read, and the G5 style. A
+ *  picture or background reads only the first ten bytes. */
+typedef struct TextPageParams_G6 {
+    uint8_t pageByte0;       /* offset 0: for the controller */
+    uint8_t displayEffect;   /* offset 1: 4 and 38 roll a single line, 6 and 40 a column */
+    uint8_t pageByte2;       /* offset 2: for the controller */
+    uint8_t pageByte3;       /* offset 3: for the controller */
+    uint16_t pageWord4;      /* offset 4: for the controller */
+    uint8_t pageByte6;       /* offset 6: for the controller */
+    uint16_t pageWidth;      /* offset 7: replaced by the page width when the file is built */
+    uint8_t pageByte10;      /* offset 9: for the controller (byte 10 of the page header) */
+    uint8_t unused10;        /* offset 10: not read */
+    uint32_t arrMode;        /* offset 11: 0 single line, 1 multi-line; others count as 1 */
+    uint16_t fontSize;       /* offset 15: points; drawn at round(size * 4 / 3) pixels */
+    uint32_t fontColor;      /* offset 17: 0 to 7 a colour code, otherwise 0x00RRGGBB */
+    uint8_t fontBold;        /* offset 21: non-zero for bold */
+    uint8_t fontItalic;      /* offset 22: non-zero for italic */
+    uint32_t styleWord12;    /* offset 23: carried, not drawn with */
+    uint16_t styleWord16;    /* offset 27: carried, not drawn with */
+    uint8_t horizontalAlign; /* offset 29: 0 to 3 */
+    uint8_t verticalAlign;   /* offset 30: 0 to 3 */
+} TextPageParams_G6;
+ZEL_STATIC_ASSERT(sizeof(TextPageParams_G6) == 31, "TextPageParams_G6 is 31 bytes");
+
 
 /* ==== Records of G5 programs ============================================================ */
 
@@ -207,6 +232,71 @@ typedef struct ZelFrameHeader_G5 {
     uint16_t frameParam5; /* offset 5 */
 } ZelFrameHeader_G5;
 ZEL_STATIC_ASSERT(sizeof(ZelFrameHeader_G5) == 7, "ZelFrameHeader_G5 is 7 bytes");
+
+/* ==== Records of G6 programs ============================================================ */
+
+/** The 29-byte header of a G6 program (zelDual_program_addProgram_G6). The library reads only
+ *  ProgramName; the other fields go to the controller as they are. Play periods
+ *  (zelDual_program_addPlayPeriodGrp_G6) do not touch this header: set TimeAttributeNum and
+ *  TimeAttribute0Offset yourself. */
+typedef struct ZelProgramHeader_G6 {
+    uint8_t FileType;              /* offset 0: file type byte of the program file */
+    uint32_t ProgramName;          /* offset 1: the program number; the file carries the four
+                                      characters of its name here, as for G5 */
+    uint8_t ProgramStyle;          /* offset 5 */
+    uint8_t ProgramPriority;       /* offset 6 */
+    uint8_t ProgramPlayTimes;      /* offset 7 */
+    uint16_t ProgramTimeSpan;      /* offset 8 */
+    uint8_t SpecialFlag;           /* offset 10 */
+    uint8_t CommExtendParaLen;     /* offset 11 */
+    uint16_t ScheduNum;            /* offset 12 */
+    uint16_t LoopValue;            /* offset 14 */
+    uint8_t Intergrate;            /* offset 16: carried; a G6 program is always two files */
+    uint8_t TimeAttributeNum;      /* offset 17 */
+    uint16_t TimeAttribute0Offset; /* offset 18 */
+    uint8_t ProgramWeek;           /* offset 20: bit mask of days */
+    uint16_t ProgramLifeSpan_sy;   /* offset 21: start year */
+    uint8_t ProgramLifeSpan_sm;    /* offset 23 */
+    uint8_t ProgramLifeSpan_sd;    /* offset 24 */
+    uint16_t ProgramLifeSpan_ey;   /* offset 25: end year */
+    uint8_t ProgramLifeSpan_em;    /* offset 27 */
+    uint8_t ProgramLifeSpan_ed;    /* offset 28 */
+} ZelProgramHeader_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelProgramHeader_G6) == 29, "ZelProgramHeader_G6 is 29 bytes");
+
+/** Where a G6 area stands and what it holds (zelDual_program_addArea_G6): the G5 record and
+ *  three bytes for the controller, carried unread. */
+typedef struct ZelAreaRecord_G6 {
+    uint8_t AreaType;       /* offset 0: 0 text and pictures, 2 clock, 11 background */
+    uint16_t AreaX;         /* offset 1: left edge, pixels */
+    uint16_t AreaY;         /* offset 3: top edge, pixels */
+    uint16_t AreaWidth;     /* offset 5 */
+    uint16_t AreaHeight;    /* offset 7 */
+    uint8_t BackGroundFlag; /* offset 9 */
+    uint8_t Transparency;   /* offset 10 */
+    uint8_t AreaEqual;      /* offset 11 */
+} ZelAreaRecord_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelAreaRecord_G6) == 12, "ZelAreaRecord_G6 is 12 bytes");
+
+/** The settings of a G6 area frame or program frame, for the controller. The library writes
+ *  them behind a mark 1 and before seven zero bytes. */
+typedef struct ZelFrameParams_G6 {
+    uint8_t frameParam1;    /* offset 0 */
+    uint8_t frameParam2;    /* offset 1 */
+    uint8_t frameParam3[3]; /* offset 2 */
+    uint8_t frameParam4;    /* offset 5 */
+} ZelFrameParams_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelFrameParams_G6) == 6, "ZelFrameParams_G6 is 6 bytes");
+
+/** The sound settings of a G6 area (zelDual_program_pictureAreaEnableSound_G6), for the
+ *  controller; the file carries them behind a byte 1. */
+typedef struct ZelSoundParams_G6 {
+    uint8_t soundSettings1[4]; /* offset 0 */
+    uint32_t soundValue1;      /* offset 4 */
+    uint32_t soundValue2;      /* offset 8 */
+    uint8_t soundSettings2[4]; /* offset 12 */
+} ZelSoundParams_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelSoundParams_G6) == 16, "ZelSoundParams_G6 is 16 bytes");
 
 #pragma pack(pop)
 
@@ -536,9 +626,10 @@ ZEL_API int32_t zelDual_program_setScreenParams_G56(E_ScreenColor_G56 color,
  * thread that makes the program owns it until deleteProgram; another thread's program call
  * waits until then. Content entries only record; everything is rendered at integration, with
  * the screen settings of that moment, except frames, which are encoded when they are added.
- * Each entry returns -1 when the current program is a G6 program, when an argument it must
- * read is null, and (content entries) when the area does not exist or is not a text and
- * picture area. Picture paths are kept as the caller's pointers until integration.
+ * Each entry returns -1 when an argument it must read is null, and (content entries) when the
+ * area does not exist or is not a text and picture area. Picture paths are kept as the
+ * caller's pointers until integration. The entries act on a G6 program too, on what it shares
+ * with a G5 one (see the G6 programs below).
  */
 
 /** Starts the program: applies the file name rule to header->ProgramName ("P00n", "P0nn",
@@ -623,6 +714,122 @@ ZEL_API int32_t zelDual_program_IntegrateProgramFile(ZelProgramFile_G5 *file);
  *  of the write. The program stays current and the screen settings stay as set. */
 ZEL_API int32_t zelDual_program_pictureArea(const void *reserved, const char *address,
                                             uint16_t port);
+
+
+/* ==== G6 programs ======================================================================= */
+
+/*
+ * A G6 program is built as a G5 one, with the _G6 entries, and becomes two files: the program
+ * file "Pnnn" with the structure and the data file "Dnnn" with every page's pixels. Write both
+ * with zelDual_cmd_ofsWriteFile. The G5 entries that have no G6 form (zelDual_program_MoveArea
+ * aside, which has one) act on a G6 program too: zelDual_program_pictureAreaRemoveFrame, the
+ * preview, the G5 text entries on a G6 area. The G6 entries return -1 when the current program
+ * is a G5 program.
+ *
+ * Every content entry finds its area first; when there is none it prints
+ * "Error:program_<entry>==>Can not find the area.please check areaID.\n", <entry> being the
+ * function's name without "zelDual_program_", and returns -1. It returns -1 without a line
+ * when the area is of another kind (a colour on a text and picture area) or when an argument it
+ * must read is null.
+ */
+
+/** Starts the G6 program: the name rule of zelDual_program_addProgram on header->ProgramName
+ *  (the caller's header is not changed); the data file takes the name with a D in front ("P005"
+ *  and "D005"). Prints the header's fields. 0; -1 (nothing printed, nothing changed) when the
+ *  name is not four characters. */
+ZEL_API int32_t zelDual_program_addProgram_G6(const ZelProgramHeader_G6 *header);
+/** Replaces the header, silently; the same rule and results. Areas and frames stay. */
+ZEL_API int32_t zelDual_program_changeProgramParams_G6(const ZelProgramHeader_G6 *header);
+/** Keeps the play periods as zelDual_program_addPlayPeriodGrp does; the G6 header does not
+ *  change. 0. */
+ZEL_API int32_t zelDual_program_addPlayPeriodGrp_G6(const ZelPlayPeriods_G5 *periods);
+/** Prints the record and adds an area: type 0 text and pictures, 2 a clock, 11 a background
+ *  behind the others (the program then says it has one, also after the background is deleted).
+ *  An area with the same id is replaced, and the count rises as in G5. Another type makes no
+ *  area but raises the count all the same. 0. */
+ZEL_API int32_t zelDual_program_addArea_G6(uint16_t areaID, const ZelAreaRecord_G6 *area);
+/** As zelDual_program_deleteArea. 0. */
+ZEL_API int32_t zelDual_program_deleteArea_G6(uint16_t areaID);
+/** As zelDual_program_MoveArea. 0; 29 with its line when the area does not exist. */
+ZEL_API int32_t zelDual_program_MoveArea_G6(uint16_t areaID, uint32_t x, uint32_t y,
+                                            int32_t width, int32_t height);
+/** Gives the program a frame, once: the settings and the PNG strip at `pngPath`, encoded now.
+ *  0; -1 silently when the program has a frame (change it, or remove it first); -1 with
+ *  "Error:Can't find frame png.\n" when the PNG cannot be read. */
+ZEL_API int32_t zelDual_program_addFrame_G6(const ZelFrameParams_G6 *params, const char *pngPath);
+/** Replaces the program frame. -1 with "Error:No frame have been added.\n" without one; -1
+ *  with "Error:Can't find frame png.\n" when the PNG cannot be read, and then the new settings
+ *  stand beside the old strip. 0 otherwise. */
+ZEL_API int32_t zelDual_program_changeFrame_G6(const ZelFrameParams_G6 *params,
+                                               const char *pngPath);
+/** Removes the program frame. 0. */
+ZEL_API int32_t zelDual_program_removeFrame_G6(void);
+
+/** zelDual_program_picturesAreaAddTxt for a G6 area. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_picturesAreaAddTxt_G6(uint16_t areaID, const char *text,
+                                                      const char *fontName,
+                                                      const TextPageParams_G6 *params);
+/** zelDual_program_fontPath_picturesAreaAddTxt for a G6 area. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_fontPath_picturesAreaAddTxt_G6(uint16_t areaID, const char *text,
+                                                               const char *fontPath,
+                                                               const TextPageParams_G6 *params);
+/** zelDual_program_picturesAreaChangeTxt for a G6 area. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_picturesAreaChangeTxt_G6(uint16_t areaID, const char *text,
+                                                         const TextPageParams_G6 *params);
+/** The same as zelDual_program_picturesAreaChangeTxt_G6 but for the name in its line. */
+ZEL_API int32_t zelDual_program_fontPath_picturesAreaChangeTxt_G6(uint16_t areaID,
+                                                                  const char *text,
+                                                                  const TextPageParams_G6 *params);
+/** Adds the PNG at `path` as zelDual_program_pictureAreaAddPic does; the picture's pages carry
+ *  its own page header (the first ten bytes of `params`). The file is tested first: -1 with
+ *  "Error:The picture file :<path> does not exist.ID:" (no line end). 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_pictureAreaAddPic_G6(uint16_t areaID, uint16_t picID,
+                                                     const TextPageParams_G6 *params,
+                                                     const char *path);
+/** Replaces the picture at play-list place `picID` by the PNG at `path` (not tested now), and
+ *  the header of the first picture added with id `picID`. Nothing changes in an area without
+ *  pictures. The pointer `path` is kept. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_pictureAreaChangePic_G6(uint16_t areaID, uint16_t picID,
+                                                        const TextPageParams_G6 *params,
+                                                        const char *path);
+/** Makes the controller speak or play `soundText` (GBK, zero-terminated) with the area's pages,
+ *  with the given settings. -1 with "Error:soundData is empty.\n" for an empty text, which
+ *  leaves the sound off. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_pictureAreaEnableSound_G6(uint16_t areaID,
+                                                          const ZelSoundParams_G6 *params,
+                                                          const char *soundText);
+/** The same as zelDual_program_pictureAreaEnableSound_G6 but for the name in its line. */
+ZEL_API int32_t zelDual_program_pictureAreaChangeSoundSettings_G6(uint16_t areaID,
+                                                                  const ZelSoundParams_G6 *params,
+                                                                  const char *soundText);
+/** Switches the area's sound off and forgets its settings and text. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_pictureAreaDisableSound_G6(uint16_t areaID);
+/** Gives a G6 area a frame as zelDual_program_picturesAreaAddFrame does, with the G6 settings.
+ *  An unreadable PNG prints "Error:PicturesArea_g6 Can't create_from_png. file:<path> \n" and
+ *  leaves no frame. 0; -1 silently when the area does not exist. */
+ZEL_API int32_t zelDual_program_picturesAreaAddFrame_G6(uint16_t areaID,
+                                                        const ZelFrameParams_G6 *params,
+                                                        const char *pngPath);
+/** Adds the PNG at `path` to a background (or any text and picture area) as
+ *  zelDual_program_pictureAreaAddPic_G6 does, without testing the file: a picture missing at
+ *  integration prints "Error:The picture does not exist.ID:0\n" and gives no page. 0, or -1 as
+ *  above. */
+ZEL_API int32_t zelDual_program_backGroundPic_G6(uint16_t areaID, uint16_t picID,
+                                                 const TextPageParams_G6 *params,
+                                                 const char *path);
+/** Makes a background one colour (0 to 7 a colour code, otherwise 0x00RRGGBB): one page,
+ *  whatever pictures it has. 0xEEFFEEFF means no colour: the pictures count again. The page
+ *  carries the area's own header, not `params`. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_backGroundColor_G6(uint16_t areaID, const TextPageParams_G6 *params,
+                                                   uint32_t color);
+
+/** Renders every area with the current screen settings and builds the two files: the program
+ *  file (header, play periods, frame, background flag, areas with their page records, CRC-32)
+ *  and the data file (type 9, its name, eight zero bytes, every page's pixels, CRC-32); a page
+ *  record's data offset is one above its pixels' position in the data file. Fills `files` with
+ *  heap copies (give them back with zelDual_program_freeBuffer_G6). Writes no trace file. 0; -1
+ *  when a page is too large for the controller's bit planes or the program is a G5 program. */
+ZEL_API int32_t zelDual_program_IntegrateProgramFile_G6(ZelProgramFile_G6 *files);
 
 #ifdef __cplusplus
 }

@@ -64,4 +64,79 @@ FrameHeaderG5 unpack(const ZelFrameHeader_G5 &r) {
     return {r.frameMark, r.frameParam1, r.frameParam2, r.frameParam3, r.frameParam4, r.frameParam5};
 }
 
+ProgramHeaderG6 unpack(const ZelProgramHeader_G6 &r) {
+    ProgramHeaderG6 h;
+    h.fileType = r.FileType;
+    h.programNumber = r.ProgramName;
+    h.programStyle = r.ProgramStyle;
+    h.programPriority = r.ProgramPriority;
+    h.playTimes = r.ProgramPlayTimes;
+    h.timeSpan = r.ProgramTimeSpan;
+    h.specialFlag = r.SpecialFlag;
+    h.commExtendParaLen = r.CommExtendParaLen;
+    h.scheduNum = r.ScheduNum;
+    h.loopValue = r.LoopValue;
+    h.intergrate = r.Intergrate;
+    h.timeAttributeNum = r.TimeAttributeNum;
+    h.timeAttribute0Offset = r.TimeAttribute0Offset;
+    h.week = r.ProgramWeek;
+    h.lifeStart = {r.ProgramLifeSpan_sy, r.ProgramLifeSpan_sm, r.ProgramLifeSpan_sd};
+    h.lifeEnd = {r.ProgramLifeSpan_ey, r.ProgramLifeSpan_em, r.ProgramLifeSpan_ed};
+    return h;
+}
+
+AreaRect unpack_rect(const ZelAreaRecord_G6 &r) {
+    return {r.AreaX, r.AreaY, r.AreaWidth, r.AreaHeight};
+}
+
+AreaExtraG6 unpack_extra(const ZelAreaRecord_G6 &r) {
+    return {r.BackGroundFlag, r.Transparency, r.AreaEqual};
+}
+
+FrameParamsG6 unpack(const ZelFrameParams_G6 &r) {
+    return {r.frameParam1,
+            r.frameParam2,
+            {r.frameParam3[0], r.frameParam3[1], r.frameParam3[2]},
+            r.frameParam4};
+}
+
+PageDisplayRecord_G6 unpack_picture_page(const TextPageParams_G6 &r) {
+    PageDisplayRecord_G6 p;
+    p.pageByte0 = r.pageByte0;
+    p.displayEffect = r.displayEffect;
+    p.pageByte2 = r.pageByte2;
+    p.pageByte3 = r.pageByte3;
+    p.pageWord4 = r.pageWord4;
+    p.pageByte6 = r.pageByte6;
+    p.pageWidth = r.pageWidth;
+    p.pageByte10 = r.pageByte10;
+    return p;
+}
+
+TextPageParamsG6 unpack(const TextPageParams_G6 &r) {
+    TextPageParamsG6 params;
+    params.display = unpack_picture_page(r);
+    TextStyleRecord &s = params.style;
+    s.arrMode = r.arrMode;
+    s.fontSize = r.fontSize;
+    s.fontColor = r.fontColor;
+    s.fontBold = r.fontBold;
+    s.fontItalic = r.fontItalic;
+    s.styleWord12 = r.styleWord12;
+    s.styleWord16 = r.styleWord16;
+    s.horizontalAlign = r.horizontalAlign;
+    s.verticalAlign = r.verticalAlign;
+    return params;
+}
+
+SoundRecord unpack_sound(const ZelSoundParams_G6 &r) {
+    SoundRecord sound;
+    sound.enabled = 1;
+    std::copy_n(r.soundSettings1, 4, sound.settings.soundSettings1.begin());
+    sound.settings.soundValue1 = r.soundValue1;
+    sound.settings.soundValue2 = r.soundValue2;
+    std::copy_n(r.soundSettings2, 4, sound.settings.soundSettings2.begin());
+    return sound;
+}
+
 } // namespace zel::exports

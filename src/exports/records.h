@@ -4,8 +4,10 @@
 
 #include "clock/frame.h"
 #include "program/program_header.h"
+#include "program/program_header_g6.h"
 #include "render/area.h"
 #include "render/page_records.h"
+#include "render/pictures_area_g6.h"
 #include "zel_sdk_dual.h"
 
 namespace zel::exports {
@@ -25,5 +27,21 @@ TextPageParams unpack(const TextPageParams_G5 &record);
 PageDisplayRecord unpack_picture_page(const TextPageParams_G5 &record);
 
 FrameHeaderG5 unpack(const ZelFrameHeader_G5 &record);
+
+ProgramHeaderG6 unpack(const ZelProgramHeader_G6 &record);
+
+AreaRect unpack_rect(const ZelAreaRecord_G6 &record);
+AreaExtraG6 unpack_extra(const ZelAreaRecord_G6 &record);
+
+FrameParamsG6 unpack(const ZelFrameParams_G6 &record);
+
+// The G6 text entries' record: bytes 0 to 9 are the page header (byte 9 its byte 10), byte 10
+// is not read, bytes 11 to 30 are the style.
+TextPageParamsG6 unpack(const TextPageParams_G6 &record);
+// A picture or background reads only the page header part of the record.
+PageDisplayRecord_G6 unpack_picture_page(const TextPageParams_G6 &record);
+
+// The sound header of the enable entries: the settings behind a byte 1.
+SoundRecord unpack_sound(const ZelSoundParams_G6 &record);
 
 } // namespace zel::exports

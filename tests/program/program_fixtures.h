@@ -71,6 +71,10 @@ inline ZelFrameHeader_G5 frame_header(uint8_t mark) {
     return f;
 }
 
+inline uint16_t le16(const uint8_t *p) {
+    return static_cast<uint16_t>(p[0] | (p[1] << 8));
+}
+
 inline uint32_t le32(const uint8_t *p) {
     return static_cast<uint32_t>(p[0]) | (static_cast<uint32_t>(p[1]) << 8) |
            (static_cast<uint32_t>(p[2]) << 16) | (static_cast<uint32_t>(p[3]) << 24);
@@ -84,6 +88,66 @@ inline std::vector<uint8_t> integrate() {
     std::vector<uint8_t> image(file.fileData, file.fileData + file.fileLen);
     zelDual_program_freeBuffer(&file);
     return image;
+}
+
+// ---- G6 ----
+
+inline ZelProgramHeader_G6 program_header_g6(uint32_t number) {
+    ZelProgramHeader_G6 h;
+    std::memset(&h, 0, sizeof h);
+    h.ProgramName = number;
+    h.ProgramPlayTimes = 1;
+    h.ProgramWeek = 0xFF;
+    h.ProgramLifeSpan_sy = 0xFFFF;
+    h.ProgramLifeSpan_ey = 0xFFFF;
+    return h;
+}
+
+inline ZelAreaRecord_G6 area_record_g6(uint8_t type, uint16_t x, uint16_t y, uint16_t w,
+                                       uint16_t h) {
+    ZelAreaRecord_G6 a;
+    std::memset(&a, 0, sizeof a);
+    a.AreaType = type;
+    a.AreaX = x;
+    a.AreaY = y;
+    a.AreaWidth = w;
+    a.AreaHeight = h;
+    return a;
+}
+
+inline TextPageParams_G6 text_params_g6(uint8_t effect, uint32_t arrMode, uint16_t fontSize,
+                                        uint32_t colour) {
+    TextPageParams_G6 p;
+    std::memset(&p, 0, sizeof p);
+    p.displayEffect = effect;
+    p.pageWidth = 0x7777; // replaced in the file for text pages
+    p.arrMode = arrMode;
+    p.fontSize = fontSize;
+    p.fontColor = colour;
+    p.horizontalAlign = 1;
+    p.verticalAlign = 1;
+    return p;
+}
+
+// The two files of the current G6 program; both empty on failure.
+struct FilesG6 {
+    std::string programName, dataName;
+    uint8_t programType = 0xEE, dataType = 0xEE;
+    std::vector<uint8_t> program, data;
+};
+inline FilesG6 integrate_g6() {
+    ZelProgramFile_G6 record;
+    std::memset(&record, 0, sizeof record);
+    FilesG6 files;
+    if (zelDual_program_IntegrateProgramFile_G6(&record) != 0) return files;
+    files.programName.assign(record.programFileName, 4);
+    files.dataName.assign(record.dataFileName, 4);
+    files.programType = record.programFileType;
+    files.dataType = record.dataFileType;
+    files.program.assign(record.programFileData, record.programFileData + record.programFileLen);
+    files.data.assign(record.dataFileData, record.dataFileData + record.dataFileLen);
+    zelDual_program_freeBuffer_G6(&record);
+    return files;
 }
 
 } // namespace zel::test
