@@ -1,39 +1,13 @@
 #include "sim/panel/panel_png.h"
 
+#include "sim/panel/json_text.h"
+
 #include <cairo.h>
 #include <cstdio>
 #include <sstream>
 
 namespace zel::sim {
 namespace {
-
-std::string hex_bytes(std::span<const uint8_t> bytes) {
-    std::string out;
-    char two[4];
-    for (const uint8_t b : bytes) {
-        std::snprintf(two, sizeof two, "%02X", b);
-        out += two;
-    }
-    return out;
-}
-
-std::string quoted(const std::string &s) {
-    std::string out = "\"";
-    for (const char c : s) {
-        const auto u = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += c;
-        } else if (u < 0x20 || u >= 0x7F) {
-            char esc[8];
-            std::snprintf(esc, sizeof esc, "\\u%04x", u);
-            out += esc;
-        } else {
-            out += c;
-        }
-    }
-    return out + "\"";
-}
 
 // The encoded strip of a frame as an image: it was encoded at column 0 with the height of the
 // frame's thickness, so its row length follows from its size.

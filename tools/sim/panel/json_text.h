@@ -1,0 +1,40 @@
+// Small text helpers of the panel summaries (JSON).
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <string>
+
+namespace zel::sim {
+
+inline std::string hex_bytes(std::span<const uint8_t> bytes) {
+    std::string out;
+    char two[4];
+    for (const uint8_t b : bytes) {
+        std::snprintf(two, sizeof two, "%02X", b);
+        out += two;
+    }
+    return out;
+}
+
+// A JSON string: quotes and backslashes escaped, bytes outside printable ASCII as \u00XX.
+inline std::string quoted(const std::string &s) {
+    std::string out = "\"";
+    for (const char c : s) {
+        const auto u = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += c;
+        } else if (u < 0x20 || u >= 0x7F) {
+            char esc[8];
+            std::snprintf(esc, sizeof esc, "\\u%04x", u);
+            out += esc;
+        } else {
+            out += c;
+        }
+    }
+    return out + "\"";
+}
+
+} // namespace zel::sim
