@@ -1,6 +1,9 @@
 #include "sim/app/panel_hook.h"
 
 #include <filesystem>
+#include <map>
+#include <memory>
+#include <mutex>
 #include <string>
 
 #include "sdk/controller_types.h"
@@ -18,22 +21,65 @@ ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType)
     return mode;
 }
 
+namespace {
+
+// The G6 files seen so far, by name, and the program that each data file name belongs to.
+struct G6Pairs {
+    std::mutex mutex;
+    std::map<std::string, std::vector<uint8_t>> programs;
+    std::map<std::string, std::vector<uint8_t>> data;
+    std::map<std::string, std::string> programOfData;
+};
+
+void log_report(const PanelOptions &options, const std::string &what, const PanelReport &report) {
+    if (options.log == nullptr) return;
+    *options.log << "panel: " << what << " " << (report.decoded ? "read" : "could not be read")
+                 << "; " << report.pngs.size() << " PNG files and " << report.jsonPath << std::endl;
+}
+
+} // namespace
+
 void install_panel_output(Simulator &sim, PanelOptions options) {
     if (options.folder.empty()) return;
     std::error_code ec;
     std::filesystem::create_directories(options.folder, ec);
-    sim.set_file_written_hook([&sim, options](uint8_t space, const std::string &name,
-                                              const std::vector<uint8_t> &content) {
+    auto pairs = std::make_shared<G6Pairs>();
+    sim.set_file_written_hook([&sim, options, pairs](uint8_t space, const std::string &name,
+                                                     const std::vector<uint8_t> &content) {
+        // Only the ordinary file space holds program files.
+        if (space != 0) return;
         const uint16_t type = sim.controller_type();
-        // Only the ordinary file space of a G5 controller holds G5 program files.
-        if (space != 0 || answer_version_for(type) != 5) return;
         const ScreenMode mode = screen_mode_for(options, type);
-        const PanelReport report = write_panel(options.folder, name, content, mode);
-        if (options.log != nullptr) {
-            *options.log << "panel: " << name << " (" << content.size() << " bytes) "
-                         << (report.decoded ? "read" : "could not be read") << "; "
-                         << report.pngs.size() << " PNG files and " << report.jsonPath << std::endl;
+        if (answer_version_for(type) != 7) {
+            const PanelReport report = write_panel(options.folder, name, content, mode);
+            log_report(options, name + " (" + std::to_string(content.size()) + " bytes)", report);
+            return;
         }
+        std::string program;
+        std::vector<uint8_t> programBytes, dataBytes;
+        {
+            std::lock_guard<std::mutex> guard(pairs->mutex);
+            if (!name.empty() && name[0] == 'D') {
+                pairs->data[name] = content;
+            } else {
+                pairs->programs[name] = content;
+                pairs->programOfData[data_file_name_for(name)] = name;
+            }
+            const std::string dataName = name[0] == 'D' ? name : data_file_name_for(name);
+            const auto owner = pairs->programOfData.find(dataName);
+            const auto data = pairs->data.find(dataName);
+            if (owner == pairs->programOfData.end() || data == pairs->data.end()) return;
+            program = owner->second;
+            programBytes = pairs->programs[program];
+            dataBytes = data->second;
+        }
+        const PanelReport report =
+            write_panel_g6(options.folder, program, programBytes, dataBytes, mode);
+        log_report(options,
+                   program + " + " + data_file_name_for(program) + " (" +
+                       std::to_string(programBytes.size()) + " + " +
+                       std::to_string(dataBytes.size()) + " bytes)",
+                   report);
     });
 }
 

@@ -1,6 +1,6 @@
-// The simulator's eyes, the glue between a simulated controller and the panel part: every G5
-// program file that lands in the simulator's file system is read and shown as the panel would
-// show it (see sim/panel/panel_png.h), in a folder of the caller's choice.
+// The simulator's eyes, the glue between a simulated controller and the panel part: every
+// program that lands in the simulator's file system is read and shown as the panel would show
+// it (see sim/panel/panel_png.h and panel_png_g6.h), in a folder of the caller's choice.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 #include <string>
 
 #include "sim/panel/panel_png.h"
+#include "sim/panel/panel_png_g6.h"
 
 namespace zel::sim {
 
@@ -27,9 +28,11 @@ struct PanelOptions {
 // table of controller types (mode 0 for an unknown code, as the library falls back to).
 ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType);
 
-// From now on, every file that lands in the ordinary file space of a simulated G5 controller is
-// read as a program and shown in options.folder (created if missing), as write_panel does.
-// Uses the simulator's file-landed hook.
+// From now on, the programs that land in the ordinary file space are shown in options.folder
+// (created if missing): on a G5 controller every file, as write_panel does; on a G6 controller
+// each pair of a program file and its data file ("P005" and "D005"), as write_panel_g6 does,
+// once both have landed and again whenever either lands anew. Data files are told by their
+// name's D. Uses the simulator's file-landed hook.
 void install_panel_output(Simulator &sim, PanelOptions options);
 
 } // namespace zel::sim
