@@ -18,13 +18,21 @@ namespace zel {
 inline constexpr uint8_t kAreaTypePictures = 0;
 inline constexpr uint8_t kAreaTypeTime = 2;
 
+// An area's body in a G5 program file and the length that its block declares. The two are
+// equal but where the controllers' files have always carried more than they declare (clock
+// items on full-colour screens): the block then holds the declared length and every byte.
+struct AreaBodyG5 {
+    uint32_t declaredLength = 0;
+    std::vector<uint8_t> bytes;
+};
+
 struct AreaKind {
     uint8_t areaType = 0;
     // A new, empty area of this kind.
     std::unique_ptr<TKarea> (*make)() = nullptr;
     // Renders an area of this kind with the screen settings of now and returns its body in a
     // G5 program file (what follows the block's length word). Throws what rendering throws.
-    std::vector<uint8_t> (*bodyG5)(TKarea &area) = nullptr;
+    AreaBodyG5 (*bodyG5)(TKarea &area) = nullptr;
 };
 
 class AreaKindTable {

@@ -60,8 +60,13 @@ std::vector<PagePlacement> picture_page_order(const PictureAreaImage &area) {
 }
 
 void append_area_block(std::vector<uint8_t> &image, std::span<const uint8_t> body) {
+    append_area_block(image, static_cast<uint32_t>(body.size()), body);
+}
+
+void append_area_block(std::vector<uint8_t> &image, uint32_t declaredLength,
+                       std::span<const uint8_t> body) {
     ByteWriter block(4 + body.size());
-    block.u32(static_cast<uint32_t>(body.size())).bytes(body);
+    block.u32(declaredLength).bytes(body);
     image.insert(image.end(), block.data().begin(), block.data().end());
 }
 

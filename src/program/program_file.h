@@ -63,6 +63,10 @@ std::vector<uint8_t> picture_area_body(const PictureAreaImage &area);
 
 // Appends an area block: the body's length, then the body.
 void append_area_block(std::vector<uint8_t> &image, std::span<const uint8_t> body);
+// The same with a declared length that may differ from the body's: the block carries the
+// length as declared and then every byte of the body.
+void append_area_block(std::vector<uint8_t> &image, uint32_t declaredLength,
+                       std::span<const uint8_t> body);
 
 // The program part of the image.
 struct ProgramImageHead {
