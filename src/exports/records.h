@@ -3,6 +3,7 @@
 #pragma once
 
 #include "clock/frame.h"
+#include "clock/time_area.h"
 #include "program/program_header.h"
 #include "render/area.h"
 #include "render/page_records.h"
@@ -25,5 +26,13 @@ TextPageParams unpack(const TextPageParams_G5 &record);
 PageDisplayRecord unpack_picture_page(const TextPageParams_G5 &record);
 
 FrameHeaderG5 unpack(const ZelFrameHeader_G5 &record);
+
+// A clock's content without its font pointer, which the entries read on their own (null
+// reads as ""); the reserved bytes are not carried.
+TimeContent unpack(const TimeContentRecord &record);
+const char *content_font(const TimeContentRecord &record);
+
+AnalogClock unpack(const AnalogClockRecord &record);
+DialMarkColors unpack(const ZelDialMarkColors &record);
 
 } // namespace zel::exports
