@@ -6,8 +6,8 @@
 #include <vector>
 #include <zlib.h>
 
-#include "sim/panel_png.h"
-#include "sim/program_decoder.h"
+#include "sim/panel/panel_png.h"
+#include "sim/panel/program_decoder.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "sim/frames.h"
-#include "sim/simulator.h"
+#include "sim/protocol/frames.h"
+#include "sim/protocol/simulator.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
     static zel::sim::Simulator sim; // never started: no sockets, only the request core

@@ -7,6 +7,7 @@ packages=(
   cmake ninja-build g++ make pkg-config       # build
   libcairo2-dev libfreetype-dev zlib1g-dev    # painting, font files, CRC-32
   libgtest-dev libgmock-dev libbenchmark-dev  # tests and benchmarks
+  libcli11-dev                                # zel-sim's command line (header-only)
   fonts-dejavu-core fonts-wqy-microhei        # Latin and Chinese test fonts
   clang libclang-rt-14-dev                    # libFuzzer targets
   iproute2                                    # network namespaces for the broadcast tests

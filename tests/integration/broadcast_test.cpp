@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "commands/discovery.h"
-#include "sim/handlers_network.h"
-#include "sim/simulator.h"
+#include "sim/protocol/handlers_network.h"
+#include "sim/protocol/simulator.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "support/netns.h"

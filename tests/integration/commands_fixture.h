@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "sim/simulator.h"
+#include "sim/protocol/simulator.h"
 #include "support/sim_fixture.h"
 
 namespace zel::test {

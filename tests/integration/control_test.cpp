@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "commands_fixture.h"
-#include "sim/sim_control.h"
+#include "sim/protocol/sim_control.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "zel_sdk_dual.h"

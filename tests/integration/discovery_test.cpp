@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "commands/discovery.h"
-#include "sim/handlers_network.h"
+#include "sim/protocol/handlers_network.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "support/sim_fixture.h"

@@ -10,7 +10,7 @@
 #include "commands_fixture.h"
 #include "sdk/crc.h"
 #include "sdk/globals.h"
-#include "sim/sim_files.h"
+#include "sim/protocol/sim_files.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "wire/answer_builder.h"

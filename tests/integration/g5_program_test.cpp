@@ -13,9 +13,9 @@
 #include "program/screen_settings.h"
 #include "render/pictures_area.h"
 #include "sdk/crc.h"
-#include "sim/panel_hook.h"
-#include "sim/panel_png.h"
-#include "sim/program_decoder.h"
+#include "sim/app/panel_hook.h"
+#include "sim/panel/panel_png.h"
+#include "sim/panel/program_decoder.h"
 #include "support/sim_fixture.h"
 
 namespace zel {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "sdk/crc.h"
-#include "sim/sim_filesystem.h"
+#include "sim/protocol/sim_filesystem.h"
 
 namespace zel::sim {
 namespace {

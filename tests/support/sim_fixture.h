@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "sim/simulator.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::test {
 

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <string>
 #include <vector>
 
 #include "support/capture.h"
 #include "support/hex.h"
+#include "support/scripted_peer.h"
 #include "wire/answer_builder.h"
 #include "wire/kor_command.h"
 
@@ -14,47 +14,7 @@ namespace {
 
 using test::Answer;
 using test::hex;
-
-// A transport that keeps what is sent and hands out prepared answers.
-class ScriptedPeer : public KOR_command {
-  public:
-    ScriptedPeer() { m_DeviceType = 0x0051; }
-
-    int32_t send(const uint8_t *data, uint32_t len) override {
-        if (failSendAt == static_cast<int>(sends.size())) return -1;
-        sends.emplace_back(data, data + len);
-        return 0;
-    }
-    int32_t recv(uint8_t *buf, uint32_t &len, uint32_t timeout) override {
-        timeouts.push_back(timeout);
-        rooms.push_back(len);
-        if (answers.empty()) return -1;
-        const std::vector<uint8_t> a = answers.front();
-        answers.pop_front();
-        std::copy(a.begin(), a.end(), buf);
-        len = static_cast<uint32_t>(a.size());
-        return 0;
-    }
-
-    std::vector<std::size_t> send_sizes() const {
-        std::vector<std::size_t> out;
-        for (const auto &s : sends)
-            out.push_back(s.size());
-        return out;
-    }
-    std::vector<uint8_t> sent_bytes() const {
-        std::vector<uint8_t> out;
-        for (const auto &s : sends)
-            out.insert(out.end(), s.begin(), s.end());
-        return out;
-    }
-
-    std::vector<std::vector<uint8_t>> sends;
-    std::deque<std::vector<uint8_t>> answers;
-    std::vector<uint32_t> timeouts;
-    std::vector<uint32_t> rooms;
-    int failSendAt = -1;
-};
+using test::ScriptedPeer;
 
 std::vector<uint8_t> ack_frame() {
     Answer a;

@@ -1,4 +1,4 @@
-#include "program_decoder.h"
+#include "sim/panel/program_decoder.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "sdk/bytes.h"
-#include "sim/sim_files.h"
-#include "sim/simulator.h"
+#include "sim/protocol/sim_files.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::sim {
 namespace {

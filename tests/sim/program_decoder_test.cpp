@@ -4,8 +4,8 @@
 #include <zlib.h>
 
 #include "sdk/bytes.h"
-#include "sim/panel_png.h"
-#include "sim/program_decoder.h"
+#include "sim/panel/panel_png.h"
+#include "sim/panel/program_decoder.h"
 #include "support/hex.h"
 
 namespace zel::sim {

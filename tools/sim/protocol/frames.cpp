@@ -1,4 +1,4 @@
-#include "sim/frames.h"
+#include "sim/protocol/frames.h"
 
 #include "sdk/crc.h"
 

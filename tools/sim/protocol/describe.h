@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "sim/simulator.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::sim {
 

@@ -1,5 +1,5 @@
 // Readable names of the commands, for the simulator's one line per request.
-#include "sim/describe.h"
+#include "sim/protocol/describe.h"
 
 #include <cstdio>
 #include <map>

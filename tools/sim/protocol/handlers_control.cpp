@@ -3,8 +3,8 @@
 // answer with the module's records.
 #include <algorithm>
 
-#include "sim/sim_control.h"
-#include "sim/simulator.h"
+#include "sim/protocol/sim_control.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::sim {
 namespace {

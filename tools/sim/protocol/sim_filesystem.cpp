@@ -1,4 +1,4 @@
-#include "sim/sim_filesystem.h"
+#include "sim/protocol/sim_filesystem.h"
 
 #include <algorithm>
 #include <cstring>

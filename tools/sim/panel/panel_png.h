@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "program_decoder.h"
+#include "sim/panel/program_decoder.h"
 
 namespace zel::sim {
 

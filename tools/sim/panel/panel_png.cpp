@@ -1,4 +1,4 @@
-#include "panel_png.h"
+#include "sim/panel/panel_png.h"
 
 #include <cairo.h>
 #include <cstdio>

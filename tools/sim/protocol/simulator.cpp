@@ -1,4 +1,4 @@
-#include "sim/simulator.h"
+#include "sim/protocol/simulator.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -15,8 +15,8 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "sim/describe.h"
-#include "sim/frames.h"
+#include "sim/protocol/describe.h"
+#include "sim/protocol/frames.h"
 
 namespace zel::sim {
 namespace {

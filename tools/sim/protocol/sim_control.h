@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "sim/simulator.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::sim {
 

@@ -1,10 +1,10 @@
 // Handlers of the ping (0xA2 0x00), the network configuration (group 0xA4) and the Wi-Fi
 // module's AT commands.
-#include "sim/handlers_network.h"
+#include "sim/protocol/handlers_network.h"
 
 #include <algorithm>
 
-#include "sim/simulator.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::sim {
 namespace {

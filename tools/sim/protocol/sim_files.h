@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "sim/sim_filesystem.h"
-#include "sim/simulator.h"
+#include "sim/protocol/sim_filesystem.h"
+#include "sim/protocol/simulator.h"
 
 namespace zel::sim {
 

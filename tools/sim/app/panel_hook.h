@@ -1,12 +1,13 @@
-// The simulator's eyes: every G5 program file that lands in its file system is read and shown
-// as the panel would show it (see panel_png.h), in a folder given on the command line.
+// The simulator's eyes, the glue between a simulated controller and the panel part: every G5
+// program file that lands in the simulator's file system is read and shown as the panel would
+// show it (see sim/panel/panel_png.h), in a folder of the caller's choice.
 #pragma once
 
 #include <cstdint>
 #include <ostream>
 #include <string>
 
-#include "panel_png.h"
+#include "sim/panel/panel_png.h"
 
 namespace zel::sim {
 
@@ -25,15 +26,6 @@ struct PanelOptions {
 // The screen mode for a controller type: its pixel transfer mode comes from the library's
 // table of controller types (mode 0 for an unknown code, as the library falls back to).
 ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType);
-
-// The panel options of the zel-sim command line, each followed by its value: --screen WxH,
-// --color N, --double-color N, --panel-out DIR.
-bool is_panel_option(const std::string &name);
-// Reads one of them. False, with `error` saying why, when the value makes no sense.
-bool parse_panel_option(const std::string &name, const std::string &value, PanelOptions &options,
-                        std::string &error);
-// The lines of the usage text that tell the panel options.
-extern const char *const kPanelUsage;
 
 // From now on, every file that lands in the ordinary file space of a simulated G5 controller is
 // read as a program and shown in options.folder (created if missing), as write_panel does.
