@@ -1,5 +1,6 @@
 #include "sim/app/panel_hook.h"
 
+#include <ctime>
 #include <filesystem>
 #include <string>
 
@@ -18,6 +19,14 @@ ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType)
     return mode;
 }
 
+ClockTime local_clock_time() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    if (::localtime_r(&now, &local) == nullptr) return {};
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+            local.tm_hour,        local.tm_min,     local.tm_sec};
+}
+
 void install_panel_output(Simulator &sim, PanelOptions options) {
     if (options.folder.empty()) return;
     std::error_code ec;
@@ -28,7 +37,8 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
         // Only the ordinary file space of a G5 controller holds G5 program files.
         if (space != 0 || answer_version_for(type) != 5) return;
         const ScreenMode mode = screen_mode_for(options, type);
-        const PanelReport report = write_panel(options.folder, name, content, mode);
+        const ClockTime time = options.clockTime.value_or(local_clock_time());
+        const PanelReport report = write_panel(options.folder, name, content, mode, time);
         if (options.log != nullptr) {
             *options.log << "panel: " << name << " (" << content.size() << " bytes) "
                          << (report.decoded ? "read" : "could not be read") << "; "
