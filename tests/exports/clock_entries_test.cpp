@@ -80,7 +80,8 @@ TEST_F(ClockEntries, AreaTypeTwoMakesAClockAreaAndOtherAreasAreRefused) {
         EXPECT_EQ(zelDual_program_fontPath_timeAreaAddContent(id, &c), -1);
         EXPECT_EQ(zelDual_program_timeAreaChangeContent(id, &c), -1);
         EXPECT_EQ(zelDual_program_timeAreaGetOnePage(id, &page), -1);
-        EXPECT_EQ(page.pngData, nullptr);
+        const uint8_t *data = page.pngData; // a packed field: read it by value
+        EXPECT_EQ(data, nullptr);
         EXPECT_EQ(zelDual_program_timeAreaAddAnalogClock(id, &hands, 0, &marks), -1);
         EXPECT_EQ(zelDual_program_timeAreaChangeDialPic(id, "dial.png"), -1);
         EXPECT_EQ(zelDual_program_timeAreaChangeDialPicAdd_G56(id, png, sizeof png), -1);
@@ -166,8 +167,10 @@ TEST_F(ClockEntries, ProgramFileCarriesBothClocksAndThePreviewWorks) {
 
     OnePageResult page;
     ASSERT_EQ(zelDual_program_timeAreaGetOnePage(1, &page), 0);
-    EXPECT_EQ(page.pageCount, 1);
-    ASSERT_GT(page.pngLength, 8u);
+    const uint16_t count = page.pageCount; // packed fields, read by value
+    const uint32_t length = page.pngLength;
+    EXPECT_EQ(count, 1);
+    ASSERT_GT(length, 8u);
     EXPECT_EQ(std::memcmp(page.pngData, "\x89PNG", 4), 0);
 
     const std::vector<uint8_t> image = integrate();

@@ -95,9 +95,10 @@ bool glyph_ink(const std::vector<uint8_t> &glyph, uint32_t x, uint32_t y) {
 
 TEST_F(ClockRoad, DecodedClockShowsTheGivenTimeWithTheLibrarysGlyphs) {
     const std::vector<uint8_t> image = write_program();
-    ASSERT_EQ(landed(), image);
+    const std::vector<uint8_t> file = landed(); // the decoded areas point into it
+    ASSERT_EQ(file, image);
     const sim::ScreenMode mode{kScreenW, kScreenH, 2, 0, 1};
-    const sim::DecodeResult r = sim::decode_program(landed(), mode);
+    const sim::DecodeResult r = sim::decode_program(file, mode);
     ASSERT_TRUE(r.ok()) << r.error->offset << ": " << r.error->what;
     ASSERT_EQ(r.program->areas.size(), 2u);
     const sim::DecodedArea &digital = r.program->areas[0];
