@@ -11,9 +11,10 @@
 // beside an analog clock, unused. The content operations only record; prepareTimeArea builds
 // tables and background from the record of that moment.
 //
-// Members are public, as in PicturesArea: the file writers read them, and the G6 time area
-// (TimeArea_G6, which derives from this class) adds its battle record and longer hand records
-// beside them and reuses preparation, tables and colours as they are.
+// Members are public, as in PicturesArea: the file writers read them. The G6 time area
+// (TimeArea_G6, which the G6 areas bring) is to derive from this class: it adds its battle
+// record and longer hand records beside these members and reuses preparation, tables and
+// colours as they are.
 #pragma once
 
 #include <array>
