@@ -11,21 +11,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "platform/clock.h"
+
 namespace zel::platform {
 namespace {
-
-int poll_timeout(uint32_t timeoutMs) {
-    return timeoutMs > 0x7FFFFFFFu ? 0x7FFFFFFF : static_cast<int>(timeoutMs);
-}
-
-// poll() restarted after a signal (with the whole time-out again: a signal is rare here).
-int poll_fds(pollfd *fds, nfds_t count, uint32_t timeoutMs) {
-    int rc;
-    do {
-        rc = ::poll(fds, count, poll_timeout(timeoutMs));
-    } while (rc < 0 && errno == EINTR);
-    return rc;
-}
 
 int pending_error(int fd) {
     int error = 0;
@@ -98,7 +87,7 @@ ConnectStart connect_start(int fd, uint32_t address, uint16_t port) {
 WaitResult wait_connected(int fd, uint32_t timeoutMs) {
     pollfd p{fd, POLLOUT, 0};
     WaitResult r;
-    r.count = poll_fds(&p, 1, timeoutMs);
+    r.count = current_clock().poll(&p, 1, timeoutMs);
     // A failed connection makes the socket writable with an error pending; elsewhere it lands
     // in the exception set, which is what callers test.
     if (r.count > 0 && ((p.revents & (POLLERR | POLLHUP | POLLNVAL)) != 0 || pending_error(fd))) {
@@ -110,7 +99,7 @@ WaitResult wait_connected(int fd, uint32_t timeoutMs) {
 WaitResult wait_writable(int fd, uint32_t timeoutMs) {
     pollfd p{fd, POLLOUT, 0};
     WaitResult r;
-    r.count = poll_fds(&p, 1, timeoutMs);
+    r.count = current_clock().poll(&p, 1, timeoutMs);
     if (r.count > 0 && (p.revents & (POLLERR | POLLNVAL | POLLPRI)) != 0) {
         r.exception = true;
     }
@@ -120,7 +109,7 @@ WaitResult wait_writable(int fd, uint32_t timeoutMs) {
 WaitResult wait_readable(int fd, uint32_t timeoutMs) {
     pollfd p{fd, POLLIN | POLLPRI, 0};
     WaitResult r;
-    r.count = poll_fds(&p, 1, timeoutMs);
+    r.count = current_clock().poll(&p, 1, timeoutMs);
     // An error with nothing to read (a connection that never came up) is the exception case;
     // a reset with data or an end of stream still goes to the read, which then fails.
     if (r.count > 0 && ((p.revents & (POLLPRI | POLLNVAL)) != 0 ||
@@ -209,7 +198,7 @@ std::size_t wait_any_readable(const std::vector<int> &fds, uint32_t timeoutMs) {
     for (const int fd : fds) {
         polls.push_back({fd, POLLIN, 0});
     }
-    if (poll_fds(polls.data(), polls.size(), timeoutMs) <= 0) {
+    if (current_clock().poll(polls.data(), polls.size(), timeoutMs) <= 0) {
         return fds.size();
     }
     for (std::size_t i = 0; i < polls.size(); ++i) {

@@ -1,12 +1,13 @@
 #include "platform/serial.h"
 
 #include <cerrno>
-#include <chrono>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
+
+#include "platform/clock.h"
 
 namespace zel::platform {
 
@@ -82,8 +83,8 @@ bool serial_check(int fd) {
 }
 
 ssize_t serial_write(int fd, const uint8_t *data, std::size_t len, uint32_t timeoutMs) {
-    using Clock = std::chrono::steady_clock;
-    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
+    Clock &clock = current_clock();
+    const uint32_t start = clock.tick_count_ms();
     std::size_t done = 0;
     while (done < len) {
         const ssize_t n = ::write(fd, data + done, len - done);
@@ -94,13 +95,12 @@ ssize_t serial_write(int fd, const uint8_t *data, std::size_t len, uint32_t time
         if (n < 0 && errno != EAGAIN && errno != EINTR) {
             return -1;
         }
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-        if (left.count() <= 0) {
+        const uint32_t elapsed = clock.tick_count_ms() - start; // wraps like the tick count
+        if (elapsed >= timeoutMs) {
             break; // the write time-out ends the call with what went out, like a port does
         }
         pollfd p{fd, POLLOUT, 0};
-        ::poll(&p, 1, static_cast<int>(left.count()));
+        clock.poll(&p, 1, timeoutMs - elapsed);
     }
     return static_cast<ssize_t>(done);
 }

@@ -1,8 +1,8 @@
 #include "platform/thread.h"
 
-#include <chrono>
-#include <thread>
 #include <unistd.h>
+
+#include "platform/clock.h"
 
 namespace zel::platform {
 
@@ -12,14 +12,15 @@ uint32_t current_thread_id() {
 }
 
 void sleep_ms(uint32_t milliseconds) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    current_clock().sleep_ms(milliseconds);
 }
 
 uint32_t tick_count_ms() {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+    return current_clock().tick_count_ms();
 }
 
-bool local_time(std::time_t t, std::tm &out) { return ::localtime_r(&t, &out) != nullptr; }
+bool local_time(std::time_t t, std::tm &out) {
+    return ::localtime_r(&t, &out) != nullptr;
+}
 
 } // namespace zel::platform

@@ -1,4 +1,5 @@
-// Threads, sleeps and clocks of the OS.
+// Threads, sleeps and clocks of the OS. Sleeps and the tick count go through the installed
+// clock (platform/clock.h), which is the OS's unless a test put its own in place.
 #pragma once
 
 #include <cstdint>

@@ -6,6 +6,7 @@
 #include "program/program_fixtures.h"
 #include "program/program_obj_g6.h"
 #include "support/capture.h"
+#include "support/fake_clock.h"
 
 namespace zel {
 namespace {
@@ -19,6 +20,8 @@ FrameParamsG6 params_g6(uint8_t a, uint8_t b, uint8_t c, uint8_t d, uint8_t e, u
 
 class Frames : public ::testing::Test {
   protected:
+    FakeClock m_clock; // no peer here: the first access need not sleep for real
+
     void SetUp() override {
         zelDual_program_deleteProgram();
         zelDual_program_setScreenParams_G56(static_cast<E_ScreenColor_G56>(1), 0x0051, 1);

@@ -16,6 +16,7 @@
 #include "sim/protocol/handlers_network.h"
 #include "sim/protocol/simulator.h"
 #include "support/capture.h"
+#include "support/fake_clock.h"
 #include "support/hex.h"
 #include "support/netns.h"
 #include "wire/broadcast_peer.h"
@@ -233,10 +234,21 @@ TEST(Broadcast, WifiModuleTakesTheAccessPointLinesInOrder) {
     NetnsPair net;
     ZEL_REQUIRE_NETNS(net);
     auto sim = start_in(net, namespace_config());
+    test::FakeClock clock(test::FakeClock::Waits::Real); // the module answers for real
     EXPECT_EQ(net.in_host([] { return zelDual_cmd_AT_setWifiSsidPwd("MyNet", "secret99"); }), 0);
     EXPECT_EQ(sim->at_lines(),
               (std::vector<std::string>{"AT", "AT+AP=MyNet,4,secret99,11", "AT+AP_IP=192.168.100.1",
                                         "AT+SOCKET=TCPS,0.0.0.0,0,5005", "AT+WMODE=2", "AT+RST"}));
+    // Each answer comes in the first poll of a second; 100 ms after each of the four lines
+    // before the restart; the one socket closes with its pause.
+    std::vector<std::string> expected = {"wait 1000 ready"};
+    for (int line = 0; line < 4; ++line) {
+        expected.push_back("wait 1000 ready");
+        expected.push_back("sleep 100");
+    }
+    expected.push_back("wait 1000 ready");
+    expected.push_back("sleep 10");
+    EXPECT_EQ(clock.events(), expected);
 
     char ssid[64] = {};
     char password[64] = {};
@@ -249,6 +261,7 @@ TEST(Broadcast, WifiModuleAnswersDecideTheResults) {
     NetnsPair net;
     ZEL_REQUIRE_NETNS(net);
     auto sim = start_in(net, namespace_config());
+    test::FakeClock clock(test::FakeClock::Waits::Real); // no pauses between the lines
 
     // A refused second line ends the setting there, and a failed restart does not count.
     sim->on_at([](sim::Simulator &, const std::string &line) -> std::optional<std::string> {
@@ -292,6 +305,21 @@ TEST(Broadcast, WifiModuleAnswersDecideTheResults) {
         EXPECT_STREQ(ssid, c.ssid) << c.answer;
         EXPECT_STREQ(password, c.password) << c.answer;
     }
+}
+
+TEST(Broadcast, SilentWifiModuleIsPolledFiveTimesPerAnswer) {
+    NetnsPair net;
+    ZEL_REQUIRE_NETNS(net);
+    test::FakeClock clock;
+    char ssid[64] = {};
+    char password[64] = {};
+    test::StdoutCapture out;
+    EXPECT_EQ(net.in_host([&] { return zelDual_cmd_AT_getWifiSsidPwd(ssid, password); }), -1);
+    EXPECT_EQ(out.text(), "cmd_AT_getWifiSsidPwd return data err\n");
+    // Five polls of a second after "AT", five after "AT+INQUIRY"; the one socket closes.
+    std::vector<std::string> expected(10, "wait 1000 timed out");
+    expected.push_back("sleep 10");
+    EXPECT_EQ(clock.events(), expected);
 }
 
 // The three ways of the controller search. The host's end has 10.77.0.2; the simulator
@@ -339,6 +367,41 @@ TEST(SearchController, FallsBackToTheAccessPoint) {
     const auto requests = sim->requests();
     ASSERT_EQ(requests.size(), 2u);
     EXPECT_EQ(requests[0].peer.rfind("192.168.100.2:", 0), 0u);
+}
+
+TEST(SearchController, NobodyThereMakesThreeFullPasses) {
+    NetnsPair net;
+    ZEL_REQUIRE_NETNS(net);
+    sim::Config config = namespace_config();
+    config.faults.silent = true;
+    config.faults.scope = sim::FaultScope::All;
+    auto sim = start_in(net, config);
+    test::FakeClock clock;
+    ZelPingRecord record{};
+    test::StdoutCapture out;
+    EXPECT_EQ(net.in_host([&] { return zelDual_cmd_searchController(&record); }), -1);
+    // Each pass: the silent module names no address, the access point is out of reach.
+    std::string pass = "TCP connect to select to FD_ISSET failed! ip= \n"
+                       "TCP connect to select to FD_ISSET failed! ip=192.168.100.1 \n";
+    EXPECT_EQ(out.text(), pass + pass + pass);
+    // Each pass: five polls after "AT"; the client that did not connect closes, then the UDP
+    // socket, then the access point's client; five polls after the probe; the socket closes.
+    std::vector<std::string> passEvents(5, "wait 1000 timed out");
+    passEvents.insert(passEvents.end(), 3, "sleep 10");
+    passEvents.insert(passEvents.end(), 5, "wait 1000 timed out");
+    passEvents.push_back("sleep 10");
+    std::vector<std::string> expected;
+    for (int i = 0; i < 3; ++i)
+        expected.insert(expected.end(), passEvents.begin(), passEvents.end());
+    EXPECT_EQ(clock.events(), expected);
+    // The search did not wait for the datagrams to land: the simulator stops once it has them.
+    ASSERT_TRUE(sim->wait_for_requests(3, 5000));
+    sim->stop();
+    EXPECT_EQ(sim->at_lines(), (std::vector<std::string>{"AT", "AT", "AT"}));
+    const auto requests = sim->requests();
+    ASSERT_EQ(requests.size(), 3u);
+    for (const auto &r : requests)
+        EXPECT_TRUE(r.is_probe());
 }
 
 TEST(SearchController, FallsBackToTheBroadcast) {

@@ -10,6 +10,7 @@
 
 #include "commands_fixture.h"
 #include "sim/protocol/sim_control.h"
+#include "support/fake_clock.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "zel_sdk_dual.h"
@@ -218,6 +219,7 @@ TEST_F(ControlTest, ControllerErrorCodesAndTheEmptyVolumeCommand) {
 class ControlSerialTest : public CommandsTest {
   protected:
     void SetUp() override { start_sim(0x0058, true); }
+    test::FakeClock m_clock{test::FakeClock::kPaced};
 };
 
 TEST_F(ControlSerialTest, ProgramLockFormsDifferInLengthAndValueOffset) {

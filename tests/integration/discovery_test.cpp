@@ -6,6 +6,7 @@
 
 #include "commands/discovery.h"
 #include "sim/protocol/handlers_network.h"
+#include "support/fake_clock.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "support/sim_fixture.h"
@@ -121,6 +122,7 @@ TEST_F(DiscoveryTest, TcpNetworkSearch6GDeliversTheRecordInTheRoomOfItsForm) {
 
 TEST_F(DiscoveryTest, UartSearchPingsAt9600First) {
     start_sim(0x0051, true);
+    test::FakeClock clock(test::FakeClock::kPaced);
     ZelPingRecord record{};
     ASSERT_EQ(zelDual_cmd_uart_searchController(&record, sim().serial_path().c_str()), 0);
     EXPECT_EQ(record.ControllerType, 0x0051);
@@ -134,6 +136,7 @@ TEST_F(DiscoveryTest, UartSearchPingsAt9600First) {
 
 TEST_F(DiscoveryTest, UartNetworkSearchTriesThreeTimesAndZeroesOnly52Bytes) {
     start_sim(0x0063, true);
+    test::FakeClock clock(test::FakeClock::kPaced);
     sim::Faults f;
     f.errorCode = 9;
     sim().set_faults(f);

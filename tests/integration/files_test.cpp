@@ -11,6 +11,7 @@
 #include "sdk/crc.h"
 #include "sdk/globals.h"
 #include "sim/protocol/sim_files.h"
+#include "support/fake_clock.h"
 #include "support/capture.h"
 #include "support/hex.h"
 #include "wire/answer_builder.h"
@@ -346,6 +347,7 @@ class FilesSerialTest : public CommandsTest {
   protected:
     void SetUp() override { start_sim(0x0058, true); }
     void TearDown() override { g_packetLen = kDefaultPacketLen; }
+    test::FakeClock m_clock{test::FakeClock::kPaced};
 };
 
 TEST_F(FilesSerialTest, SerialFormsReachTheSameFileSystem) {

@@ -1,15 +1,20 @@
 // The TCP peer against the embedded simulator on loopback: the probe, one recv per answer, and
-// every way a controller's answer can be refused.
+// every way a controller's answer can be refused; in a network namespace, a connection that
+// never comes up.
 #include <gtest/gtest.h>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <string>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <vector>
 
 #include "commands/discovery.h"
 #include "support/capture.h"
+#include "support/fake_clock.h"
 #include "support/hex.h"
+#include "support/netns.h"
 #include "support/sim_fixture.h"
 #include "wire/tcp_peer.h"
 #include "zel_sdk_dual.h"
@@ -60,6 +65,40 @@ TEST_F(TcpPeerTest, RefusedConnectFailsWithItsConsoleLine) {
         EXPECT_EQ(zelDual_cmd_tcpPing("127.0.0.1", nobody, &record), -1);
         EXPECT_EQ(out.text(), "TCP connect to select to FD_ISSET failed! ip=127.0.0.1 \n");
     }
+}
+
+TEST_F(TcpPeerTest, SilentControllerGetsTheAnswerTimeOutAndKeepsTheSocket) {
+    start_sim();
+    TK_Client client;
+    ASSERT_EQ(client.init("127.0.0.1", port()), 0); // a real exchange: on the real clock
+    sim::Faults f;
+    f.silent = true;
+    sim().set_faults(f);
+    test::FakeClock clock;
+    uint8_t answer[kPingCapacity] = {};
+    EXPECT_EQ(cmd_ping(client, answer), -1);
+    EXPECT_TRUE(client.connected()); // a time-out leaves the socket open
+    client.close();
+    // Up to 3 s for room to send, 5 s for the answer; 10 ms after closing.
+    EXPECT_EQ(clock.events(),
+              (std::vector<std::string>{"wait 3000 ready", "wait 5000 timed out", "sleep 10"}));
+    ASSERT_TRUE(sim().wait_for_requests(2, 5000));
+    EXPECT_EQ(sim().commands().size(), 1u);
+}
+
+TEST(TcpPeerNetns, UnansweredConnectFailsAtTheFirstSend) {
+    test::NetnsPair net;
+    ZEL_REQUIRE_NETNS(net);
+    test::FakeClock clock;
+    test::StdoutCapture out;
+    ZelPingRecord record{};
+    // Nobody has this address on the link: the connection neither comes up nor fails.
+    EXPECT_EQ(net.in_host([&] { return zelDual_cmd_tcpPing("10.77.0.9", 5005, &record); }), -1);
+    EXPECT_EQ(out.text(), "") << "an expired connect is no failure of its own";
+    // 5 s to connect, 5 ms to settle, 3 s for room to send the probe, and the socket closed
+    // with its pause by the peer's end.
+    EXPECT_EQ(clock.events(), (std::vector<std::string>{"wait 5000 timed out", "sleep 5",
+                                                        "wait 3000 timed out", "sleep 10"}));
 }
 
 TEST_F(TcpPeerTest, AnswerInTwoSegmentsIsRefused) {

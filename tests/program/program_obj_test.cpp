@@ -8,6 +8,7 @@
 #include "exports/program_access.h"
 #include "program/program_fixtures.h"
 #include "support/capture.h"
+#include "support/fake_clock.h"
 
 namespace zel {
 namespace {
@@ -18,6 +19,8 @@ using exports::program_access_g6;
 
 class G5Program : public ::testing::Test {
   protected:
+    FakeClock m_clock; // no peer here: the first access need not sleep for real
+
     void SetUp() override {
         zelDual_program_deleteProgram();
         // One colour, bytes of 8 pixels.
