@@ -3,7 +3,8 @@
  *
  *   1. start the library and ping the controller, which tells its type;
  *   2. set the screen: colours, controller type (it chooses the pixel format), plane order;
- *   3. build the program: header, a text area with several pages, a picture area with a frame;
+ *   3. build the program: header, a text area with several pages, a picture area with a frame,
+ *      a digital clock and an analog clock;
  *   4. integrate it into one file image (everything is rendered now);
  *   5. write the image to the controller's file system;
  *   6. hand the image back, delete the program, stop the library.
@@ -174,8 +175,11 @@ int main(int argc, char **argv) {
     const char *panel_dir = argc > 3 ? argv[3] : NULL;
     ZelPingRecord ping;
     ZelProgramHeader_G5 header;
-    ZelAreaRecord_G5 text_area, picture_area;
+    ZelAreaRecord_G5 text_area, picture_area, clock_area, dial_area;
     ZelFrameHeader_G5 frame;
+    TimeContentRecord clock;
+    AnalogClockRecord hands;
+    ZelDialMarkColors dial_colors;
     TextPageParams_G5 text_style, picture_page;
     ZelProgramFile_G5 file;
     char name[5] = {0};
@@ -240,6 +244,49 @@ int main(int argc, char **argv) {
      * none, which the library reports as "Error:no string has been added." */
     r = zelDual_program_picturesAreaAddFrame(2, &frame, "demo-frame.png");
     if (r != 0) return fail("picturesAreaAddFrame", r);
+
+    /* A digital clock of 96 x 32 under the text: the date on one row, the time on the next.
+     * The controller keeps it running; the library renders the separators and the glyphs of
+     * the digits once, now, in the clock's font and size. */
+    clock_area.AreaType = 2;
+    clock_area.AreaX = 0;
+    clock_area.AreaY = 32;
+    clock_area.AreaWidth = 96;
+    clock_area.AreaHeight = 32;
+    zelDual_program_AddArea(3, &clock_area);
+    memset(&clock, 0, sizeof clock);
+    clock.arrMode = 1;          /* a row per field */
+    clock.fontColor = 2;        /* green */
+    clock.fontName = kFont;     /* a font file: the fontPath entry below */
+    clock.fontSize = 9;         /* 12 pixels */
+    clock.horizontalAlign = 1;  /* centred */
+    clock.dateEnable = 1;
+    clock.dateFormat = 0;       /* 2026-11-15 */
+    clock.timeEnable = 1;
+    clock.timeFormat = 0;       /* 13:45:30 */
+    r = zelDual_program_fontPath_timeAreaAddContent(3, &clock);
+    if (r != 0) return fail("fontPath_timeAreaAddContent", r);
+
+    /* An analog clock of 32 x 32 beside it: a circle and twelve strokes; the controller draws
+     * the hands, whose colours are codes on this screen. */
+    dial_area.AreaType = 2;
+    dial_area.AreaX = 96;
+    dial_area.AreaY = 32;
+    dial_area.AreaWidth = 32;
+    dial_area.AreaHeight = 32;
+    zelDual_program_AddArea(4, &dial_area);
+    memset(&hands, 0, sizeof hands);
+    hands.hourHandLength = 8;
+    hands.hourHandColor = 1;    /* red */
+    hands.minuteHandLength = 12;
+    hands.minuteHandColor = 3;  /* yellow */
+    hands.secondHandLength = 14;
+    hands.secondHandColor = 2;  /* green */
+    dial_colors.hourMarkColor = 3;
+    dial_colors.minuteMarkColor = 2;
+    dial_colors.circleColor = 1;
+    r = zelDual_program_timeAreaAddAnalogClock(4, &hands, 2, &dial_colors);
+    if (r != 0) return fail("timeAreaAddAnalogClock", r);
 
     /* 4. One file image, closed by its CRC-32. */
     memset(&file, 0, sizeof file);

@@ -298,6 +298,60 @@ typedef struct ZelSoundParams_G6 {
 } ZelSoundParams_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelSoundParams_G6) == 16, "ZelSoundParams_G6 is 16 bytes");
 
+/* ==== Records of clock areas ============================================================ */
+
+/** A digital clock's content (zelDual_program_timeAreaAddContent and its kin), 37 bytes. The
+ *  three formats stand unaligned after offset 21: fill the record field by field. */
+typedef struct TimeContentRecord {
+    uint32_t arrMode;        /* offset 0: 1 date, week day and time each on a row of its own;
+                                0 all on one line */
+    uint32_t fontColor;      /* offset 4: 0 to 7 a colour code (bit 0 red, 1 green, 2 blue),
+                                otherwise 0x00RRGGBB */
+    const char *fontName;    /* offset 8: GBK font family name, or font file path in the
+                                fontPath entries; read during the call only */
+    uint16_t fontSize;       /* offset 16: points; drawn at round(size * 4 / 3) pixels */
+    uint8_t reserved[3];     /* offset 18: not read */
+    uint8_t horizontalAlign; /* offset 21: 0 left, 1 centre, 2 right */
+    uint8_t dateEnable;      /* offset 22: non-zero shows the date */
+    uint32_t dateFormat;     /* offset 23: 0 2026-11-15, 1 2026/11/15, 2 15-11-2026,
+                                3 15/11/2026, 4 11-15, 5 11/15, 6 month and day with the
+                                Chinese signs, 7 year, month and day with the Chinese signs */
+    uint8_t timeEnable;      /* offset 27: non-zero shows the time of day */
+    uint32_t timeFormat;     /* offset 28: 0 13:45:30, 1 the same with the Chinese signs,
+                                2 13:45, 3 the same with the Chinese signs, 4 PM 01:45,
+                                5 01:45 PM */
+    uint8_t weekEnable;      /* offset 32: non-zero shows the week day */
+    uint32_t weekFormat;     /* offset 33: 1 Monday, 2 Mon, 3 in Chinese */
+} TimeContentRecord;
+ZEL_STATIC_ASSERT(sizeof(TimeContentRecord) == 37, "TimeContentRecord is 37 bytes");
+
+/** The hands of an analog clock, which the controller draws (23 bytes). The library reads only
+ *  the hour and minute lengths, for the preview. A G5 program keeps one byte of each colour:
+ *  give colour codes (0 to 7). */
+typedef struct AnalogClockRecord {
+    uint16_t clockParam1;      /* offset 0: for the controller */
+    uint16_t clockParam2;      /* offset 2: for the controller */
+    uint8_t clockParam3;       /* offset 4: for the controller */
+    uint8_t hourHandParam;     /* offset 5: for the controller */
+    uint8_t hourHandLength;    /* offset 6: pixels */
+    uint32_t hourHandColor;    /* offset 7 */
+    uint8_t minuteHandParam;   /* offset 11: for the controller */
+    uint8_t minuteHandLength;  /* offset 12: pixels */
+    uint32_t minuteHandColor;  /* offset 13 */
+    uint8_t secondHandParam;   /* offset 17: for the controller */
+    uint8_t secondHandLength;  /* offset 18: for the controller */
+    uint32_t secondHandColor;  /* offset 19 */
+} AnalogClockRecord;
+ZEL_STATIC_ASSERT(sizeof(AnalogClockRecord) == 23, "AnalogClockRecord is 23 bytes");
+
+/** Colours of a painted dial (12 bytes), each a colour code or 0x00RRGGBB. */
+typedef struct ZelDialMarkColors {
+    uint32_t hourMarkColor;   /* offset 0: the marks at 3, 6, 9 and 12 */
+    uint32_t minuteMarkColor; /* offset 4: the eight other marks */
+    uint32_t circleColor;     /* offset 8: the circle of dial style 2 */
+} ZelDialMarkColors;
+ZEL_STATIC_ASSERT(sizeof(ZelDialMarkColors) == 12, "ZelDialMarkColors is 12 bytes");
+
 #pragma pack(pop)
 
 /* ==== SDK frame ========================================================================= */
@@ -644,8 +698,8 @@ ZEL_API int32_t zelDual_program_changeProgramParams(ZelProgramHeader_G5 *header)
 ZEL_API int32_t zelDual_program_addPlayPeriodGrp(const ZelPlayPeriods_G5 *periods);
 /** Adds an area at the end of the program. An area with the same id is replaced (the new one
  *  goes to the end) and the file's area count still rises: the controllers expect a count one
- *  above the areas after each replacement. 0; -1 for a type other than 0 (and 2, clocks, once
- *  the library offers them). */
+ *  above the areas after each replacement. Type 0 is a text and picture area, type 2 a clock
+ *  area. 0; -1 for any other type (nothing changes). */
 ZEL_API int32_t zelDual_program_AddArea(uint16_t areaID, const ZelAreaRecord_G5 *area);
 /** Deletes an area; 0xFFFF deletes all of them (unless an area has that id). Always 0. */
 ZEL_API int32_t zelDual_program_deleteArea(uint16_t areaID);
@@ -715,6 +769,58 @@ ZEL_API int32_t zelDual_program_IntegrateProgramFile(ZelProgramFile_G5 *file);
 ZEL_API int32_t zelDual_program_pictureArea(const void *reserved, const char *address,
                                             uint16_t port);
 
+/* ==== G5 clock areas ==================================================================== */
+
+/*
+ * A clock area (area type 2) holds a digital clock (date, week day, time of day) or an analog
+ * one, which the controller keeps running by itself: the program file carries a background,
+ * small glyph tables and the places of the changing fields, all rendered at integration with
+ * the screen settings of that moment (a font that cannot be opened prints its line and the
+ * clock is drawn in the default font). Each entry returns -1 when the area does not exist or
+ * is not a clock area, and when a record it must read is null; the entries act on the clock
+ * areas of a G6 program too. Integration leaves "123.png" (the last glyph cell) and "1-2-3.png" (the last
+ * background) in the working directory.
+ */
+
+/** Gives the clock area a digital clock: the record and the font family (GBK) it names.
+ *  Replaces a font path given before. 0. */
+ZEL_API int32_t zelDual_program_timeAreaAddContent(uint16_t areaID,
+                                                   const TimeContentRecord *content);
+/** The same with a font file path (GBK) in the record's fontName. Replaces a family. 0. */
+ZEL_API int32_t zelDual_program_fontPath_timeAreaAddContent(uint16_t areaID,
+                                                            const TimeContentRecord *content);
+/** Replaces size, colour, arrangement, formats and switches; the font stays (the record's
+ *  fontName is not read). 0. */
+ZEL_API int32_t zelDual_program_timeAreaChangeContent(uint16_t areaID,
+                                                      const TimeContentRecord *content);
+/** Draws the clock as it looks now (local time) as a PNG for a preview: `result` gets the page
+ *  count 1, the PNG's length and a pointer to it, owned by the area until its next preview. A
+ *  digital clock shows its fields as text; an analog one its dial with the hands in a fixed
+ *  pose, in black. A digital clock with nothing to show gives a length of 0. 0. */
+ZEL_API int32_t zelDual_program_timeAreaGetOnePage(uint16_t areaID, OnePageResult *result);
+/** Makes the area an analog clock, for good: the hands' record (the controller draws them),
+ *  the dial style (0 twelve strokes, 1 twelve dots, 2 a circle and twelve strokes; others an
+ *  empty dial) and the dial's colours. Digital content stays stored, unused. 0. */
+ZEL_API int32_t zelDual_program_timeAreaAddAnalogClock(uint16_t areaID,
+                                                       const AnalogClockRecord *clock,
+                                                       uint32_t dialStyle,
+                                                       const ZelDialMarkColors *markColors);
+/** The same function as zelDual_program_timeAreaAddAnalogClock. */
+ZEL_API int32_t zelDual_program_timeAreaChangeAnalogClock(uint16_t areaID,
+                                                          const AnalogClockRecord *clock,
+                                                          uint32_t dialStyle,
+                                                          const ZelDialMarkColors *markColors);
+/** Uses the PNG at `pngPath` as the dial, stretched to the area, and makes the area an analog
+ *  clock. The path is copied; the file must exist at integration (a missing one leaves the
+ *  dial clear, without a message). 0. */
+ZEL_API int32_t zelDual_program_timeAreaChangeDialPic(uint16_t areaID, const char *pngPath);
+/** The same with the PNG's `length` bytes, which the library keeps in a temporary file of its
+ *  own until the area ends. Serves the G5 and the G6 program. 0. */
+ZEL_API int32_t zelDual_program_timeAreaChangeDialPicAdd_G56(uint16_t areaID, const uint8_t *png,
+                                                             uint32_t length);
+/** Goes back to the painted dial of the last analog clock given (style 0, all marks black, if
+ *  none was); the area stays analog. 0. */
+ZEL_API int32_t zelDual_program_timeAreaRemoveDialPic(uint16_t areaID);
 
 /* ==== G6 programs ======================================================================= */
 
@@ -830,6 +936,45 @@ ZEL_API int32_t zelDual_program_backGroundColor_G6(uint16_t areaID, const TextPa
  *  heap copies (give them back with zelDual_program_freeBuffer_G6). Writes no trace file. 0; -1
  *  when a page is too large for the controller's bit planes or the program is a G5 program. */
 ZEL_API int32_t zelDual_program_IntegrateProgramFile_G6(ZelProgramFile_G6 *files);
+
+/* ==== G6 clock areas ==================================================================== */
+
+/*
+ * The G6 forms of the clock entries. Each finds its area in the current G6 program; an unknown
+ * area (or a current program that is not a G6 program) prints
+ * "Error:program_<name>==>Can not find the area.please check areaID.\n" and gives -1.
+ * A G6 program holds no clock areas yet (they come with the G6 areas), so today every call
+ * meets an unknown area.
+ */
+
+/** zelDual_program_timeAreaAddContent for a G6 program. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaAddContent_G6(uint16_t areaID,
+                                                      const TimeContentRecord *content);
+/** zelDual_program_fontPath_timeAreaAddContent for a G6 program. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_fontPath_timeAreaAddContent_G6(uint16_t areaID,
+                                                               const TimeContentRecord *content);
+/** zelDual_program_timeAreaChangeContent for a G6 program. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaChangeContent_G6(uint16_t areaID,
+                                                         const TimeContentRecord *content);
+/** The analog clock of a G6 area; its message names fontPath_timeAreaAddContent_G6, as it
+ *  always has. -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaAddAnalogClock_G6(uint16_t areaID,
+                                                          const AnalogClockRecord *clock,
+                                                          uint32_t dialStyle,
+                                                          const ZelDialMarkColors *markColors);
+/** Changes the analog clock of a G6 area. -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaChangeAnalogClock_G6(uint16_t areaID,
+                                                             const AnalogClockRecord *clock,
+                                                             uint32_t dialStyle,
+                                                             const ZelDialMarkColors *markColors);
+/** zelDual_program_timeAreaChangeDialPic for a G6 program. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaChangeDialPic_G6(uint16_t areaID, const char *pngPath);
+/** zelDual_program_timeAreaRemoveDialPic for a G6 program. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaRemoveDialPic_G6(uint16_t areaID);
+/** Sets the battle time of a G6 clock area from the host's 9 bytes. -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaSetBattleTime_G6(uint16_t areaID, const uint8_t *battle);
+/** Cancels the battle time of a G6 clock area. -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaCancleBattleTime_G6(uint16_t areaID);
 
 #ifdef __cplusplus
 }

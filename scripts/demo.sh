@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds everything, starts the controller simulator on loopback, runs the demo host program
-# against it (a G5 program with a text area, a picture area and a frame), and stops the
-# simulator. The pictures of the panel land in ./demo-out (or the folder given as $1).
+# against it (a G5 program with a text area, a picture area with a frame, a digital and an analog
+# clock), and stops the simulator. The pictures of the panel land in ./demo-out (or the folder given as $1).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -22,10 +22,10 @@ work=$(mktemp -d)
 mkdir -p "$out"
 rm -f "$out"/P001*
 
-# A G5 controller (type 0x0051: bit planes in bytes) with a two-colour screen of 128 x 32, on a
+# A G5 controller (type 0x0051: bit planes in bytes) with a two-colour screen of 128 x 64, on a
 # free loopback port that the simulator prints.
 build/tools/sim/zel-sim --type 0x0051 --bind 127.0.0.1 --tcp-port 0 --no-udp --no-at \
-  --no-serial --screen 128x32 --color 2 --panel-out "$out" >"$work/sim.log" 2>&1 &
+  --no-serial --screen 128x64 --color 2 --panel-out "$out" >"$work/sim.log" 2>&1 &
 sim=$!
 trap 'kill "$sim" 2>/dev/null; wait "$sim" 2>/dev/null || true; rm -rf "$work"' EXIT
 

@@ -1,10 +1,20 @@
 #include "clock/area_kinds.h"
 
 #include "clock/background.h"
+#include "clock/time_area.h"
+#include "clock/time_body_g5.h"
 #include "program/program_file_g6.h"
 
 namespace zel {
 namespace {
+
+std::unique_ptr<TKarea> make_time_area() {
+    return std::make_unique<TimeArea>();
+}
+
+AreaBodyG5 time_area_body(TKarea &area) {
+    return time_area_body_g5(dynamic_cast<TimeArea &>(area));
+}
 
 std::unique_ptr<TKarea> make_background() {
     return std::make_unique<BackGround>();
@@ -24,7 +34,9 @@ AreaBodyG6 background_body_g6(TKarea &area, DataFileWriter &data) {
 
 } // namespace
 
-void add_clock_area_kinds(AreaKindTable & /*table*/) {}
+void add_clock_area_kinds(AreaKindTable &table) {
+    table.add({kAreaTypeTime, &make_time_area, &time_area_body});
+}
 
 void add_clock_area_kinds_g6(AreaKindTable &table) {
     // A G5 file has no place for a background: a G5 integration leaves it out.

@@ -5,8 +5,8 @@
 
 namespace zel {
 
-// Adds the clock layer's kinds to a G5 program's table. Clock areas (type 2) are not built
-// yet, so there is nothing to add and a G5 program refuses type 2.
+// Adds the clock layer's kinds to a G5 program's table: the time area (type 2), which renders
+// its background and tables at integration and writes the G5 time body.
 void add_clock_area_kinds(AreaKindTable &table);
 
 // Adds the clock layer's kinds to a G6 program's table: the background (type 11).

@@ -139,4 +139,44 @@ SoundRecord unpack_sound(const ZelSoundParams_G6 &r) {
     return sound;
 }
 
+TimeContent unpack(const TimeContentRecord &r) {
+    TimeContent c;
+    c.arrMode = r.arrMode;
+    c.fontColor = r.fontColor;
+    c.fontSize = r.fontSize;
+    c.horizontalAlign = r.horizontalAlign;
+    c.dateEnable = r.dateEnable;
+    c.dateFormat = r.dateFormat;
+    c.timeEnable = r.timeEnable;
+    c.timeFormat = r.timeFormat;
+    c.weekEnable = r.weekEnable;
+    c.weekFormat = r.weekFormat;
+    return c;
+}
+
+const char *content_font(const TimeContentRecord &r) {
+    return r.fontName == nullptr ? "" : r.fontName;
+}
+
+AnalogClock unpack(const AnalogClockRecord &r) {
+    AnalogClock c;
+    c.clockParam1 = r.clockParam1;
+    c.clockParam2 = r.clockParam2;
+    c.clockParam3 = r.clockParam3;
+    c.hourHandParam = r.hourHandParam;
+    c.hourHandLength = r.hourHandLength;
+    c.hourHandColor = r.hourHandColor;
+    c.minuteHandParam = r.minuteHandParam;
+    c.minuteHandLength = r.minuteHandLength;
+    c.minuteHandColor = r.minuteHandColor;
+    c.secondHandParam = r.secondHandParam;
+    c.secondHandLength = r.secondHandLength;
+    c.secondHandColor = r.secondHandColor;
+    return c;
+}
+
+DialMarkColors unpack(const ZelDialMarkColors &r) {
+    return {r.hourMarkColor, r.minuteMarkColor, r.circleColor};
+}
+
 } // namespace zel::exports

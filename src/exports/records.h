@@ -3,6 +3,7 @@
 #pragma once
 
 #include "clock/frame.h"
+#include "clock/time_area.h"
 #include "program/program_header.h"
 #include "program/program_header_g6.h"
 #include "render/area.h"
@@ -43,5 +44,13 @@ PageDisplayRecord_G6 unpack_picture_page(const TextPageParams_G6 &record);
 
 // The sound header of the enable entries: the settings behind a byte 1.
 SoundRecord unpack_sound(const ZelSoundParams_G6 &record);
+
+// A clock's content without its font pointer, which the entries read on their own (null
+// reads as ""); the reserved bytes are not carried.
+TimeContent unpack(const TimeContentRecord &record);
+const char *content_font(const TimeContentRecord &record);
+
+AnalogClock unpack(const AnalogClockRecord &record);
+DialMarkColors unpack(const ZelDialMarkColors &record);
 
 } // namespace zel::exports

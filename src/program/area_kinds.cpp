@@ -36,7 +36,7 @@ std::unique_ptr<TKarea> make_pictures_area() {
     return std::make_unique<PicturesArea>();
 }
 
-std::vector<uint8_t> pictures_area_body_g5(TKarea &area) {
+AreaBodyG5 pictures_area_body_g5(TKarea &area) {
     auto &pictures = dynamic_cast<PicturesArea &>(area);
     pictures.renderPages();
     const PictureAreaImage view = picture_area_image(pictures);
@@ -48,7 +48,8 @@ std::vector<uint8_t> pictures_area_body_g5(TKarea &area) {
             pictures.displayRecord.pageWidth = placement.width;
         }
     }
-    return body;
+    const auto length = static_cast<uint32_t>(body.size());
+    return {length, std::move(body)};
 }
 
 std::unique_ptr<TKarea> make_pictures_area_g6() {

@@ -21,13 +21,16 @@ inline constexpr uint8_t kAreaTypePictures = 0;
 inline constexpr uint8_t kAreaTypeTime = 2;
 inline constexpr uint8_t kAreaTypeBackground = 11; // G6 only
 
-// An area's body in a G6 program file and the length that its block declares. The two differ
-// where the controllers' files have always carried more than they declare (the frame header of
-// a background): the block then holds the declared length and every byte.
-struct AreaBodyG6 {
+// An area's body in a program file and the length that its block declares. The two are equal
+// but where the controllers' files have always carried more than they declare (clock items on
+// full-colour screens, the frame header of a G6 background): the block then holds the declared
+// length and every byte.
+struct AreaBody {
     uint32_t declaredLength = 0;
     std::vector<uint8_t> bytes;
 };
+using AreaBodyG5 = AreaBody;
+using AreaBodyG6 = AreaBody;
 
 struct AreaKind {
     uint8_t areaType = 0;
@@ -35,7 +38,7 @@ struct AreaKind {
     std::unique_ptr<TKarea> (*make)() = nullptr;
     // Renders an area of this kind with the screen settings of now and returns its body in a
     // G5 program file (what follows the block's length word). Throws what rendering throws.
-    std::vector<uint8_t> (*bodyG5)(TKarea &area) = nullptr;
+    AreaBodyG5 (*bodyG5)(TKarea &area) = nullptr;
     // G6: keeps the three bytes behind the rectangle of the add-area record in the area.
     void (*keepExtraG6)(TKarea &area, const AreaExtraG6 &extra) = nullptr;
     // G6: renders an area of this kind with the screen settings of now, puts its pixels into

@@ -172,7 +172,8 @@ const ProgramFileImage &ProgramObj::integrate() {
         // An area of a kind that writes no G5 body leaves nothing, and the count stays.
         const AreaKind *kind = m_kinds->find(area->areaType);
         if (kind != nullptr && kind->bodyG5 != nullptr) {
-            append_area_block(image, kind->bodyG5(*area));
+            const AreaBodyG5 body = kind->bodyG5(*area);
+            append_area_block(image, body.declaredLength, body.bytes);
         }
     }
     m_image.crc = finish_program_image(image);

@@ -50,5 +50,30 @@ TEST(Records, G5TextParamsSplitIntoHeaderAndStyle) {
               hex("0A 1A 0B 0C 0D0E 0F 4000 00000000"));
 }
 
+TEST(Records, ClockRecordsAreReadAtTheirUnalignedOffsets) {
+    // arrMode 1, colour 0x00FF00, a font pointer, 12 pt, 3 reserved, centre, date on in
+    // format 7, time on in format 4, week on in format 3.
+    auto content = record_of<TimeContentRecord>(hex("01000000 00FF0000 0000000000000000 0C00"
+                                                    "AABBCC 01 01 07000000 01 04000000"
+                                                    "01 03000000"));
+    EXPECT_EQ(sizeof content, 37u);
+    EXPECT_EQ(offsetof(TimeContentRecord, dateFormat), 23u);
+    EXPECT_EQ(offsetof(TimeContentRecord, weekFormat), 33u);
+    const TimeContent c = exports::unpack(content);
+    EXPECT_EQ(c, (TimeContent{1, 0xFF00, 12, 1, 1, 7, 1, 4, 1, 3}));
+    EXPECT_STREQ(exports::content_font(content), "") << "a null font reads as empty";
+
+    const auto hands = record_of<AnalogClockRecord>(hex("0102 0304 05 06 07 08090A0B 0C 0D"
+                                                        "0E0F1011 12 13 14151617"));
+    const AnalogClock a = exports::unpack(hands);
+    EXPECT_EQ(a.clockParam1, 0x0201);
+    EXPECT_EQ(a.hourHandLength, 7);
+    EXPECT_EQ(a.hourHandColor, 0x0B0A0908u);
+    EXPECT_EQ(a.minuteHandLength, 0x0D);
+    EXPECT_EQ(a.minuteHandColor, 0x11100F0Eu);
+    EXPECT_EQ(a.secondHandLength, 0x13);
+    EXPECT_EQ(a.secondHandColor, 0x17161514u);
+}
+
 } // namespace
 } // namespace zel

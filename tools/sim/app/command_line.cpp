@@ -56,13 +56,18 @@ Faults (they touch commands; --fault-scope changes that):
 What the panel shows (G5 controller types):
   --panel-out DIR        read every program file that lands in the file system
                          and write into DIR, per area and page, a PNG of the
-                         screen with the page at its place, <name>-panel.png with
-                         the first page of every area, and <name>.json
+                         screen with the page (or the running clock) at its
+                         place, <name>-panel.png with the first page of every
+                         area, and <name>.json
   --screen WxH           the screen's size in pixels (needed with --panel-out)
   --color N              1, 2 or 3 single colours, 4 full colour (default 1);
                          the pixel mode follows from --type
   --double-color N       plane order of a two-colour screen (default 1: plane 1
                          red)
+  --clock-time "YYYY-MM-DD HH:MM:SS"
+                         the moment the clock areas show, as the controller would
+                         run them (default: the local time at which each program
+                         lands)
 )";
 
 // A wrong command line, in the words printed after "zel-sim: ".
@@ -202,6 +207,11 @@ void add_panel_options(Parser &p, PanelOptions &o) {
         const auto c = number_in(v, 1, 4);
         if (!c) throw BadArgument{"--color wants 1, 2, 3 or 4"};
         o.colorMode = static_cast<int32_t>(*c);
+    });
+    p.value("--clock-time", [&o](const std::string &v) {
+        const auto time = parse_clock_time(v);
+        if (!time) throw BadArgument{"--clock-time wants \"YYYY-MM-DD HH:MM:SS\", a real date"};
+        o.clockTime = *time;
     });
     p.value("--double-color", [&o](const std::string &v) {
         const auto d = number_in(v, INT32_MIN, INT32_MAX);

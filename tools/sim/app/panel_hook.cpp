@@ -1,5 +1,6 @@
 #include "sim/app/panel_hook.h"
 
+#include <ctime>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -19,6 +20,14 @@ ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType)
     mode.tranPixelMode = tran_pixel_mode_of(controllerType).value_or(0);
     mode.doubleColor = options.doubleColor;
     return mode;
+}
+
+ClockTime local_clock_time() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    if (::localtime_r(&now, &local) == nullptr) return {};
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+            local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
 namespace {
@@ -50,8 +59,9 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
         if (space != 0) return;
         const uint16_t type = sim.controller_type();
         const ScreenMode mode = screen_mode_for(options, type);
+        const ClockTime time = options.clockTime.value_or(local_clock_time());
         if (answer_version_for(type) != 7) {
-            const PanelReport report = write_panel(options.folder, name, content, mode);
+            const PanelReport report = write_panel(options.folder, name, content, mode, time);
             log_report(options, name + " (" + std::to_string(content.size()) + " bytes)", report);
             return;
         }
@@ -74,7 +84,7 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
             dataBytes = data->second;
         }
         const PanelReport report =
-            write_panel_g6(options.folder, program, programBytes, dataBytes, mode);
+            write_panel_g6(options.folder, program, programBytes, dataBytes, mode, time);
         log_report(options,
                    program + " + " + data_file_name_for(program) + " (" +
                        std::to_string(programBytes.size()) + " + " +

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <ostream>
 #include <string>
 
@@ -19,10 +20,15 @@ struct PanelOptions {
     std::string folder; // empty: nothing is written
     uint32_t width = 0; // the screen, in pixels
     uint32_t height = 0;
-    int32_t colorMode = 1;       // 1, 2, 3 single colours, 4 full colour
-    int32_t doubleColor = 1;     // plane order of a two-colour screen
+    int32_t colorMode = 1;   // 1, 2, 3 single colours, 4 full colour
+    int32_t doubleColor = 1; // plane order of a two-colour screen
+    // The moment the clocks show; none: the local time at which each program lands.
+    std::optional<ClockTime> clockTime;
     std::ostream *log = nullptr; // one line per file read, or null
 };
+
+// The local time of now, as a clock shows it.
+ClockTime local_clock_time();
 
 // The screen mode for a controller type: its pixel transfer mode comes from the library's
 // table of controller types (mode 0 for an unknown code, as the library falls back to).

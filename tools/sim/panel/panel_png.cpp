@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <sstream>
 
+#include "sim/panel/clock_body.h"
+
 namespace zel::sim {
 namespace {
 
@@ -97,9 +99,49 @@ bool write_png(const std::string &path, const Rgb &image) {
     return ok;
 }
 
+namespace {
+
+// The summary of a clock area: its background, its items and the picture of it at `time`.
+void clock_json(std::ostringstream &j, const DecodedArea &area, const std::string &png,
+                const ClockTime &time) {
+    const DecodedClock &c = *area.clock;
+    j << ",\n     \"bytesPastLength\": " << area.end - (area.offset + 4 + area.bodyLength)
+      << ",\n     \"clock\": {\"backgroundBytes\": " << c.background.size()
+      << ", \"unitCount\": " << int{c.unitCount} << ", \"items\": [";
+    for (std::size_t i = 0; i < c.items.size(); ++i) {
+        const DecodedClockItem &item = c.items[i];
+        j << (i ? "," : "") << "\n       {\"offset\": " << item.offset
+          << ", \"type\": " << int{item.type} << ", \"x\": " << item.x << ", \"y\": " << item.y
+          << ", \"align\": " << int{item.align};
+        if (item.type == 8) {
+            j << ", \"hands\": \"" << hex_bytes(item.table) << "\"}";
+            continue;
+        }
+        const auto glyphs = decode_glyph_table(item.table);
+        j << ", \"color\": \"" << hex_bytes(item.color)
+          << "\", \"glyphs\": " << (glyphs ? glyphs->size() : 0) << ", \"cell\": ";
+        if (glyphs && !glyphs->empty()) {
+            j << "{\"width\": " << int{glyphs->front().width}
+              << ", \"height\": " << int{glyphs->front().height} << "}";
+        } else {
+            j << "null";
+        }
+        j << ", \"tableBytes\": " << item.table.size() << "}";
+    }
+    j << "],\n      \"time\": " << quoted(format_clock_time(time)) << ", \"png\": ";
+    if (!png.empty()) {
+        j << quoted(png);
+    } else {
+        j << "null";
+    }
+    j << "}}";
+}
+
+} // namespace
+
 std::string panel_json(const std::string &name, std::span<const uint8_t> file,
                        const ScreenMode &mode, const DecodeResult &decoded,
-                       const std::vector<std::string> &pngs) {
+                       const std::vector<std::string> &pngs, const ClockTime &time) {
     std::ostringstream j;
     j << "{\n  \"file\": " << quoted(name) << ",\n  \"size\": " << file.size() << ",\n";
     j << "  \"screen\": {\"width\": " << mode.width << ", \"height\": " << mode.height
@@ -138,7 +180,11 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
           << ", \"rect\": {\"x\": " << area.x << ", \"y\": " << area.y
           << ", \"width\": " << area.width << ", \"height\": " << area.height << "}";
         if (area.type != 0) {
-            j << "}";
+            if (area.clock) {
+                clock_json(j, area, pngIndex < pngs.size() ? pngs[pngIndex++] : "", time);
+            } else {
+                j << "}";
+            }
             continue;
         }
         const auto rect = draw_rect(mode, area);
@@ -185,9 +231,10 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
 }
 
 PanelReport write_panel(const std::string &folder, const std::string &name,
-                        std::span<const uint8_t> file, const ScreenMode &mode) {
+                        std::span<const uint8_t> file, const ScreenMode &mode,
+                        const ClockTime &time) {
     PanelReport report;
-    const DecodeResult decoded = decode_program(file);
+    const DecodeResult decoded = decode_program(file, mode);
     std::vector<std::string> pagePngs; // in the order the summary lists them
     if (decoded.ok()) {
         report.decoded = true;
@@ -196,6 +243,15 @@ PanelReport write_panel(const std::string &folder, const std::string &name,
                   std::vector<uint32_t>(static_cast<std::size_t>(mode.width) * mode.height, 0)};
         for (std::size_t a = 0; a < p.areas.size(); ++a) {
             const DecodedArea &area = p.areas[a];
+            if (area.clock) {
+                Rgb canvas{mode.width, mode.height, std::vector<uint32_t>(panel.pixels.size(), 0)};
+                paint_clock(canvas, mode, area, time);
+                const std::string file_name = name + "-area" + std::to_string(a) + "-page0.png";
+                pagePngs.push_back(write_png(folder + "/" + file_name, canvas) ? file_name : "");
+                if (!pagePngs.back().empty()) report.pngs.push_back(folder + "/" + file_name);
+                paint_clock(panel, mode, area, time);
+                continue;
+            }
             if (area.type != 0 || !draw_rect(mode, area)) continue;
             for (std::size_t i = 0; i < area.pages.size(); ++i) {
                 Rgb canvas{mode.width, mode.height, std::vector<uint32_t>(panel.pixels.size(), 0)};
@@ -213,7 +269,7 @@ PanelReport write_panel(const std::string &folder, const std::string &name,
             report.pngs.push_back(folder + "/" + panelName);
         }
     }
-    report.json = panel_json(name, file, mode, decoded, pagePngs);
+    report.json = panel_json(name, file, mode, decoded, pagePngs, time);
     report.jsonPath = folder + "/" + name + ".json";
     if (FILE *out = std::fopen(report.jsonPath.c_str(), "wb")) {
         std::fwrite(report.json.data(), 1, report.json.size(), out);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "sim/panel/clock_painter.h"
 #include "sim/panel/program_decoder.h"
 
 namespace zel::sim {
@@ -24,19 +25,23 @@ struct PanelReport {
 void paint_area_page(Rgb &canvas, const ScreenMode &mode, const DecodedArea &area,
                      std::size_t page);
 
-// Decodes `file` (named `name` on the controller) and writes into `folder`:
-//   <name>-area<a>-page<p>.png  every page of every picture area,
-//   <name>-panel.png            the first page of every area together,
+// Decodes `file` (named `name` on the controller) for the screen `mode` and writes into
+// `folder`:
+//   <name>-area<a>-page<p>.png  every page of every picture area, and every clock area as it
+//                               shows at `time` (page 0),
+//   <name>-panel.png            the first page of every area together, clocks at `time`,
 //   <name>.json                 the summary; for a file that cannot be read, the error and the
 //                               offset where the file stopped making sense.
 // The folder must exist. Files that cannot be written are left out of the report.
 PanelReport write_panel(const std::string &folder, const std::string &name,
-                        std::span<const uint8_t> file, const ScreenMode &mode);
+                        std::span<const uint8_t> file, const ScreenMode &mode,
+                        const ClockTime &time);
 
-// The summary alone.
+// The summary alone; `pngs` are the page and clock pictures in the order the summary lists
+// them.
 std::string panel_json(const std::string &name, std::span<const uint8_t> file,
                        const ScreenMode &mode, const DecodeResult &decoded,
-                       const std::vector<std::string> &pngs);
+                       const std::vector<std::string> &pngs, const ClockTime &time = {});
 
 // Writes an image as an 8-bit RGB PNG. False if the file could not be written.
 bool write_png(const std::string &path, const Rgb &image);

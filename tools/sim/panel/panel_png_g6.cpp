@@ -122,7 +122,7 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
 
 PanelReport write_panel_g6(const std::string &folder, const std::string &name,
                            std::span<const uint8_t> programFile, std::span<const uint8_t> dataFile,
-                           const ScreenMode &mode) {
+                           const ScreenMode &mode, const ClockTime & /*time*/) {
     PanelReport report;
     const DecodeResultG6 decoded = decode_program_g6(programFile, dataFile);
     std::vector<std::string> pagePngs;

@@ -17,10 +17,11 @@ namespace zel::sim {
 //   <name>-panel.png            the first page of every background, then of every other area,
 //   <name>.json                 the summary; for files that cannot be read, the error, the file
 //                               it is in and the offset where that file stopped making sense.
-// The folder must exist. Files that cannot be written are left out of the report.
+// Clocks show `time`. The folder must exist. Files that cannot be written are left out of the
+// report.
 PanelReport write_panel_g6(const std::string &folder, const std::string &name,
                            std::span<const uint8_t> programFile, std::span<const uint8_t> dataFile,
-                           const ScreenMode &mode);
+                           const ScreenMode &mode, const ClockTime &time);
 
 // The summary alone.
 std::string panel_json_g6(const std::string &name, std::span<const uint8_t> programFile,

@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <zlib.h>
 
+#include "sim/panel/clock_body.h"
+
 namespace zel::sim {
 namespace {
 
@@ -52,7 +54,8 @@ template <class T> struct Parsed {
 
 class Reader {
   public:
-    explicit Reader(std::span<const uint8_t> file) : m_file(file), m_end(file.size() - kCrcSize) {}
+    Reader(std::span<const uint8_t> file, const ScreenMode *mode)
+        : m_file(file), m_end(file.size() - kCrcSize), m_mode(mode) {}
 
     DecodeResult run();
 
@@ -60,11 +63,15 @@ class Reader {
     Parsed<std::vector<DecodedPage>> pages(std::size_t at, std::size_t end) const;
     Parsed<DecodedArea> area(std::size_t at, std::size_t end) const;
     Parsed<std::vector<DecodedArea>> areas(std::size_t at);
+    std::vector<std::size_t> block_ends(std::size_t at) const;
     bool lengths_reach_end(std::size_t at);
 
     std::span<const uint8_t> m_file;
-    std::size_t m_end; // where the CRC starts
+    std::size_t m_end;        // where the CRC starts
+    const ScreenMode *m_mode; // null: clock bodies are not read
     std::unordered_map<std::size_t, bool> m_reach;
+    // For a block whose end the chain of lengths had to choose: the end chosen.
+    std::unordered_map<std::size_t, std::size_t> m_chosen;
 };
 
 Parsed<std::vector<DecodedPage>> Reader::pages(std::size_t at, std::size_t end) const {
@@ -125,8 +132,15 @@ Parsed<DecodedArea> Reader::area(std::size_t at, std::size_t end) const {
     a.width = get16(m_file, at + 5);
     a.height = get16(m_file, at + 7);
     const std::size_t mark = at + kAreaRecordSize;
+    a.end = end;
     if (a.type == 2) {
-        if (m_file[mark] != 0) {
+        if (m_mode != nullptr) {
+            ClockBodyFailure failure;
+            a.clock = read_clock_body(m_file, at, end, *m_mode, failure);
+            if (!a.clock) return Result::fail(failure.offset, failure.what);
+            // What the block declares, also where its items run longer.
+            a.bodyLength = get32(m_file, at - 4);
+        } else if (m_file[mark] != 0) {
             return Result::fail(mark, "a clock area carries a frame mark other than 0");
         }
         Result ok;
@@ -186,29 +200,56 @@ Parsed<DecodedArea> Reader::area(std::size_t at, std::size_t end) const {
                               "at the area's end");
 }
 
-// Only the chain of block lengths, bodies unread: a cheap test before a full reading.
-bool Reader::lengths_reach_end(std::size_t at) {
-    std::vector<std::size_t> seen;
-    bool result = false;
-    std::size_t p = at;
-    for (;;) {
-        if (p == m_end) {
-            result = true;
-            break;
-        }
-        if (auto it = m_reach.find(p); it != m_reach.end()) {
-            result = it->second;
-            break;
-        }
-        seen.push_back(p);
-        if (p > m_end || m_end - p < 4 + kAreaRecordSize + 3) break;
-        const uint32_t length = get32(m_file, p);
-        if (length > m_end - p - 4) break;
-        p += 4 + length;
+// Where the block at `at` may end: where its length says; for a clock read with a screen, the
+// item boundaries from there on, since its items may run longer than the length declares.
+std::vector<std::size_t> Reader::block_ends(std::size_t at) const {
+    if (at > m_end || m_end - at < 4 + kAreaRecordSize + 3) return {};
+    const uint32_t length = get32(m_file, at);
+    if (length > m_end - at - 4) return {};
+    const std::size_t declared = at + 4 + length;
+    if (m_mode != nullptr && m_file[at + 4] == 2) {
+        return clock_body_ends(m_file, at + 4, declared, m_end, *m_mode);
     }
-    for (const std::size_t s : seen)
-        m_reach[s] = result;
-    return result;
+    return {declared};
+}
+
+// Only the chain of block ends, bodies unread but for the items of clocks: a cheap test before
+// a full reading. Where a clock block may end in several places, the first one from which the
+// chain reaches the CRC is remembered for the full reading.
+bool Reader::lengths_reach_end(std::size_t at) {
+    struct Step {
+        std::size_t pos;
+        std::vector<std::size_t> ends;
+        std::size_t next = 0;
+    };
+    auto known = [&](std::size_t p) -> std::optional<bool> {
+        if (p == m_end) return true;
+        if (auto it = m_reach.find(p); it != m_reach.end()) return it->second;
+        return std::nullopt;
+    };
+    if (const auto k = known(at)) return *k;
+    std::vector<Step> path{{at, block_ends(at)}};
+    m_reach[at] = false; // until a way to the CRC is found
+    while (!path.empty()) {
+        Step &step = path.back();
+        if (step.next == step.ends.size()) {
+            m_chosen.erase(step.pos);
+            path.pop_back();
+            continue;
+        }
+        const std::size_t end = step.ends[step.next++];
+        const auto k = known(end);
+        if (k && !*k) continue;
+        if (step.ends.size() > 1) m_chosen[step.pos] = end;
+        if (k) {
+            for (const Step &s : path)
+                m_reach[s.pos] = true;
+            return true;
+        }
+        m_reach[end] = false;
+        path.push_back({end, block_ends(end)});
+    }
+    return false;
 }
 
 Parsed<std::vector<DecodedArea>> Reader::areas(std::size_t at) {
@@ -225,12 +266,20 @@ Parsed<std::vector<DecodedArea>> Reader::areas(std::size_t at) {
                                         "%llu",
                                         out.size(), length, m_end));
         }
-        auto a = area(p + 4, p + 4 + length);
+        // A clock's block ends where the chain of lengths found its way, otherwise at its first
+        // possible end; any other block where its length says.
+        std::size_t end = p + 4 + length;
+        if (const auto chosen = m_chosen.find(p); chosen != m_chosen.end()) {
+            end = chosen->second;
+        } else if (const auto ends = block_ends(p); !ends.empty()) {
+            end = ends.front();
+        }
+        auto a = area(p + 4, end);
         if (!a.value) {
             return Result::fail(a.failure.offset, text("area %llu: ", out.size()) + a.failure.what);
         }
         out.push_back(std::move(*a.value));
-        p += 4 + length;
+        p = end;
     }
     Result ok;
     ok.value = std::move(out);
@@ -391,7 +440,9 @@ uint32_t plane_colour(const ScreenMode &mode, bool p1, bool p2, bool p3) {
 
 } // namespace
 
-DecodeResult decode_program(std::span<const uint8_t> file) {
+namespace {
+
+DecodeResult decode(std::span<const uint8_t> file, const ScreenMode *mode) {
     DecodeResult result;
     if (file.size() < kSmallestFile) {
         result.error = DecodeError{file.size(), text("a file of %llu bytes is shorter than the "
@@ -408,7 +459,45 @@ DecodeResult decode_program(std::span<const uint8_t> file) {
                                              stored, computed)};
         return result;
     }
-    return Reader(file).run();
+    return Reader(file, mode).run();
+}
+
+} // namespace
+
+DecodeResult decode_program(std::span<const uint8_t> file) {
+    return decode(file, nullptr);
+}
+
+DecodeResult decode_program(std::span<const uint8_t> file, const ScreenMode &mode) {
+    return decode(file, &mode);
+}
+
+uint32_t rgb_from_565(uint16_t w) {
+    // Blue in the top five bits, red in the low five.
+    const uint32_t r = ungamma((w & 0x1Fu) << 3);
+    const uint32_t g = ungamma(((w >> 5) & 0x3Fu) << 2);
+    const uint32_t b = ungamma(((w >> 11) & 0x1Fu) << 3);
+    return (r << 16) | (g << 8) | b;
+}
+
+uint32_t panel_colour(const ScreenMode &mode, uint32_t rgb) {
+    if (mode.colorMode == 4) return rgb & 0xFFFFFFu;
+    // The encoder's rule: a component of 97 or more is lit; a colour with neither red nor green
+    // lit but blue lights the first plane of a two-colour screen.
+    const bool r = ((rgb >> 16) & 0xFF) >= 97;
+    const bool g = ((rgb >> 8) & 0xFF) >= 97;
+    const bool b = (rgb & 0xFF) >= 97;
+    switch (mode.colorMode) {
+    case 1:
+        return plane_colour(mode, r || g || b, false, false);
+    case 2: {
+        const bool redPlane = r || (!r && !g && b);
+        return mode.doubleColor == 1 ? plane_colour(mode, redPlane, g, false)
+                                     : plane_colour(mode, g, redPlane, false);
+    }
+    default:
+        return plane_colour(mode, r, g, b);
+    }
 }
 
 std::size_t encoded_page_size(const ScreenMode &mode, uint32_t left, uint32_t width,
@@ -471,12 +560,7 @@ std::optional<Rgb> decode_pixels(const ScreenMode &mode, std::span<const uint8_t
     if (mode.colorMode == 4) {
         for (std::size_t i = 0; i < image.pixels.size(); ++i) {
             if (mode.tranPixelMode == 3) {
-                // Blue in the top five bits, red in the low five.
-                const uint16_t w = get16(bytes, i * 2);
-                const uint32_t r = ungamma((w & 0x1Fu) << 3);
-                const uint32_t g = ungamma(((w >> 5) & 0x3Fu) << 2);
-                const uint32_t b = ungamma(((w >> 11) & 0x1Fu) << 3);
-                image.pixels[i] = (r << 16) | (g << 8) | b;
+                image.pixels[i] = rgb_from_565(get16(bytes, i * 2));
             } else if (mode.tranPixelMode == 5) {
                 image.pixels[i] = (static_cast<uint32_t>(bytes[i * 3]) << 16) |
                                   (static_cast<uint32_t>(bytes[i * 3 + 1]) << 8) | bytes[i * 3 + 2];
