@@ -9,7 +9,8 @@ namespace zel {
 // its background and tables at integration and writes the G5 time body.
 void add_clock_area_kinds(AreaKindTable &table);
 
-// Adds the clock layer's kinds to a G6 program's table: the background (type 11).
+// Adds the clock layer's kinds to a G6 program's table: the G6 time area (type 2) and the
+// background (type 11).
 void add_clock_area_kinds_g6(AreaKindTable &table);
 
 } // namespace zel

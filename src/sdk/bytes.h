@@ -43,7 +43,8 @@ class ByteWriter {
         m_bytes.insert(m_bytes.end(), count, 0);
         return *this;
     }
-    // Overwrites a u16 or u32 already written, for lengths known only at the end.
+    // Overwrites a value already written, for counts and lengths known only at the end.
+    void put_u8_at(std::size_t offset, uint8_t v) { m_bytes.at(offset) = v; }
     void put_u16_at(std::size_t offset, uint16_t v) {
         m_bytes.at(offset) = static_cast<uint8_t>(v);
         m_bytes.at(offset + 1) = static_cast<uint8_t>(v >> 8);
@@ -142,7 +143,8 @@ inline void write_u16_le(uint8_t *out, uint16_t v) {
     out[1] = static_cast<uint8_t>(v >> 8);
 }
 inline void write_u32_le(uint8_t *out, uint32_t v) {
-    for (int i = 0; i < 4; ++i) out[i] = static_cast<uint8_t>(v >> (8 * i));
+    for (int i = 0; i < 4; ++i)
+        out[i] = static_cast<uint8_t>(v >> (8 * i));
 }
 
 } // namespace zel
