@@ -298,6 +298,14 @@ typedef struct ZelSoundParams_G6 {
 } ZelSoundParams_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelSoundParams_G6) == 16, "ZelSoundParams_G6 is 16 bytes");
 
+/** The battle time of a G6 clock area (zelDual_program_timeAreaSetBattleTime_G6), for the
+ *  controller; the library stores and writes it and reads nothing of it. */
+typedef struct ZelBattleTime_G6 {
+    uint16_t battleWord;    /* offset 0 */
+    uint8_t battleBytes[7]; /* offset 2 */
+} ZelBattleTime_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelBattleTime_G6) == 9, "ZelBattleTime_G6 is 9 bytes");
+
 /* ==== Records of clock areas ============================================================ */
 
 /** A digital clock's content (zelDual_program_timeAreaAddContent and its kin), 37 bytes. The
@@ -940,11 +948,18 @@ ZEL_API int32_t zelDual_program_IntegrateProgramFile_G6(ZelProgramFile_G6 *files
 /* ==== G6 clock areas ==================================================================== */
 
 /*
- * The G6 forms of the clock entries. Each finds its area in the current G6 program; an unknown
- * area (or a current program that is not a G6 program) prints
- * "Error:program_<name>==>Can not find the area.please check areaID.\n" and gives -1.
- * A G6 program holds no clock areas yet (they come with the G6 areas), so today every call
- * meets an unknown area.
+ * The G6 forms of the clock entries, for a clock area added with zelDual_program_addArea_G6 and
+ * type 2. Each finds its area first: an unknown one prints
+ * "Error:program_<name>==>Can not find the area.please check areaID.\n" and gives -1, <name>
+ * being the function's name without "zelDual_program_" (the analog clock's line names
+ * fontPath_timeAreaAddContent_G6, as it always has). An area of another kind, a null record,
+ * and the analog clock and battle time entries on a clock area made by a G5 program's own add,
+ * give -1 without a line.
+ *
+ * A G6 clock goes into both files: its items stay in the program file and point at their
+ * bitmaps (the background and a copy of each item's glyph table) in the data file. On a
+ * full-colour controller of the 0x66 family (0x0066, 0x0166, ...) the separators of a digital
+ * clock also come as glyph items of their own, besides being painted on the background.
  */
 
 /** zelDual_program_timeAreaAddContent for a G6 program. 0, or -1 as above. */
@@ -956,13 +971,15 @@ ZEL_API int32_t zelDual_program_fontPath_timeAreaAddContent_G6(uint16_t areaID,
 /** zelDual_program_timeAreaChangeContent for a G6 program. 0, or -1 as above. */
 ZEL_API int32_t zelDual_program_timeAreaChangeContent_G6(uint16_t areaID,
                                                          const TimeContentRecord *content);
-/** The analog clock of a G6 area; its message names fontPath_timeAreaAddContent_G6, as it
- *  always has. -1 as above. */
+/** Makes a G6 clock area an analog clock, as zelDual_program_timeAreaAddAnalogClock does; the
+ *  hands are kept in the form the screen settings of now take: one byte of each colour on a
+ *  screen of single colours, 16 bits of each on a full-colour screen in pixel mode 3 or 4,
+ *  32 bits in mode 5. Set the screen before. 0, or -1 as above. */
 ZEL_API int32_t zelDual_program_timeAreaAddAnalogClock_G6(uint16_t areaID,
                                                           const AnalogClockRecord *clock,
                                                           uint32_t dialStyle,
                                                           const ZelDialMarkColors *markColors);
-/** Changes the analog clock of a G6 area. -1 as above. */
+/** The same as zelDual_program_timeAreaAddAnalogClock_G6 but for the name in its line. */
 ZEL_API int32_t zelDual_program_timeAreaChangeAnalogClock_G6(uint16_t areaID,
                                                              const AnalogClockRecord *clock,
                                                              uint32_t dialStyle,
@@ -971,9 +988,12 @@ ZEL_API int32_t zelDual_program_timeAreaChangeAnalogClock_G6(uint16_t areaID,
 ZEL_API int32_t zelDual_program_timeAreaChangeDialPic_G6(uint16_t areaID, const char *pngPath);
 /** zelDual_program_timeAreaRemoveDialPic for a G6 program. 0, or -1 as above. */
 ZEL_API int32_t zelDual_program_timeAreaRemoveDialPic_G6(uint16_t areaID);
-/** Sets the battle time of a G6 clock area from the host's 9 bytes. -1 as above. */
-ZEL_API int32_t zelDual_program_timeAreaSetBattleTime_G6(uint16_t areaID, const uint8_t *battle);
-/** Cancels the battle time of a G6 clock area. -1 as above. */
+/** Sets the battle time of a G6 clock area: the file's battle record gets 1 and the host's 9
+ *  bytes. 0, or -1 as above. */
+ZEL_API int32_t zelDual_program_timeAreaSetBattleTime_G6(uint16_t areaID,
+                                                         const ZelBattleTime_G6 *battle);
+/** Clears the battle time (flag and 9 bytes) of a G6 clock area; its attribute bytes stay. 0,
+ *  or -1 as above. */
 ZEL_API int32_t zelDual_program_timeAreaCancleBattleTime_G6(uint16_t areaID);
 
 #ifdef __cplusplus

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "clock/time_area.h"
+#include "clock/time_area_g6.h"
 #include "exports/program_access.h"
 #include "exports/records.h"
 #include "platform/thread.h"
@@ -17,30 +18,24 @@ using namespace zel::exports;
 
 namespace {
 
-// The clock area `areaID` of the current G5 program; null when there is none, when the area
-// is of another kind, or when the current program is a G6 program.
+// The clock area `areaID` of the current program, of either generation (the G5 entries act on
+// the clock areas of a G6 program too); null when there is none or the area is of another kind.
 TimeArea *time_area_g5(uint16_t areaID) {
     ProgramObj *program = current_program_g5();
     return program == nullptr ? nullptr : program->find_area_of<TimeArea>(areaID);
 }
 
-// The clock area `areaID` of the current program of either generation: the dial picture
-// given as bytes serves both.
-TimeArea *time_area_g56(uint16_t areaID) {
-    auto *program = dynamic_cast<ProgramObj *>(program_access_g5());
-    return program == nullptr ? nullptr : program->find_area_of<TimeArea>(areaID);
-}
-
-// The clock area `areaID` of the current G6 program. A missing one (also when the current
-// program is a G5 program) prints the entry's line, `entry` being its name without the
-// "zelDual_program_" prefix.
-TimeArea *time_area_g6(uint16_t areaID, const char *entry) {
-    ProgramObj_g6 *program = current_program_g6();
-    TimeArea *area = program == nullptr ? nullptr : program->find_area_of<TimeArea>(areaID);
+// The clock area `areaID` of the current program as class Area, through the G6 accessor. A
+// missing area prints the entry's line, `entry` being its name without "zelDual_program_"; an
+// area of another class gives null silently.
+template <class Area> Area *time_area_g6(uint16_t areaID, const char *entry) {
+    ProgramObj *program = any_program_g6();
+    TKarea *area = program == nullptr ? nullptr : program->find_area(areaID);
     if (area == nullptr) {
         console_printf("Error:program_%s==>Can not find the area.please check areaID.\n", entry);
+        return nullptr;
     }
-    return area;
+    return dynamic_cast<Area *>(area);
 }
 
 enum class FontBy { Name, File, Kept };
@@ -72,7 +67,7 @@ int32_t content_g5(uint16_t areaID, const TimeContentRecord *content, FontBy by)
 int32_t content_g6(uint16_t areaID, const TimeContentRecord *content, FontBy by,
                    const char *entry) {
     return guarded(-1, [&] {
-        TimeArea *area = time_area_g6(areaID, entry);
+        TimeArea *area = time_area_g6<TimeArea>(areaID, entry);
         if (area == nullptr || content == nullptr) return -1;
         apply_content(*area, *content, by);
         return 0;
@@ -90,13 +85,13 @@ int32_t analog_clock_g5(uint16_t areaID, const AnalogClockRecord *clock, uint32_
     });
 }
 
-// The G6 analog clock and battle time are operations of the G6 clock area, which comes with
-// the G6 areas; until then a G6 program holds no clock area and these entries always meet an
-// unknown one. Should a clock area be found before that, it is refused, unchanged.
-int32_t g6_area_operation(uint16_t areaID, const char *entry) {
+int32_t analog_clock_g6(uint16_t areaID, const AnalogClockRecord *clock, uint32_t dialStyle,
+                        const ZelDialMarkColors *markColors, const char *entry) {
     return guarded(-1, [&] {
-        time_area_g6(areaID, entry);
-        return -1;
+        auto *area = time_area_g6<TimeArea_G6>(areaID, entry);
+        if (area == nullptr || clock == nullptr || markColors == nullptr) return -1;
+        area->addAnalogClock_G6(unpack(*clock), dialStyle, unpack(*markColors));
+        return 0;
     });
 }
 
@@ -165,7 +160,7 @@ ZEL_API int32_t zelDual_program_timeAreaChangeDialPicAdd_G56(uint16_t areaID, co
                                                              uint32_t length) {
     return guarded(-1, [&] {
         if (png == nullptr && length != 0) return -1;
-        TimeArea *area = time_area_g56(areaID);
+        TimeArea *area = time_area_g5(areaID);
         if (area == nullptr) return -1;
         area->addDialPictureBytes(std::span<const uint8_t>(png, png == nullptr ? 0 : length));
         return 0;
@@ -197,23 +192,23 @@ ZEL_API int32_t zelDual_program_timeAreaChangeContent_G6(uint16_t areaID,
 }
 
 ZEL_API int32_t zelDual_program_timeAreaAddAnalogClock_G6(uint16_t areaID,
-                                                          const AnalogClockRecord * /*clock*/,
-                                                          uint32_t /*dialStyle*/,
-                                                          const ZelDialMarkColors * /*marks*/) {
+                                                          const AnalogClockRecord *clock,
+                                                          uint32_t dialStyle,
+                                                          const ZelDialMarkColors *markColors) {
     // Its line names the fontPath entry, as it always has.
-    return g6_area_operation(areaID, "fontPath_timeAreaAddContent_G6");
+    return analog_clock_g6(areaID, clock, dialStyle, markColors, "fontPath_timeAreaAddContent_G6");
 }
 
 ZEL_API int32_t zelDual_program_timeAreaChangeAnalogClock_G6(uint16_t areaID,
-                                                             const AnalogClockRecord * /*clock*/,
-                                                             uint32_t /*dialStyle*/,
-                                                             const ZelDialMarkColors * /*marks*/) {
-    return g6_area_operation(areaID, "timeAreaChangeAnalogClock_G6");
+                                                             const AnalogClockRecord *clock,
+                                                             uint32_t dialStyle,
+                                                             const ZelDialMarkColors *markColors) {
+    return analog_clock_g6(areaID, clock, dialStyle, markColors, "timeAreaChangeAnalogClock_G6");
 }
 
 ZEL_API int32_t zelDual_program_timeAreaChangeDialPic_G6(uint16_t areaID, const char *pngPath) {
     return guarded(-1, [&] {
-        TimeArea *area = time_area_g6(areaID, "timeAreaChangeDialPic_G6");
+        TimeArea *area = time_area_g6<TimeArea>(areaID, "timeAreaChangeDialPic_G6");
         if (area == nullptr || pngPath == nullptr) return -1;
         area->changeDialPicture(pngPath);
         return 0;
@@ -222,7 +217,7 @@ ZEL_API int32_t zelDual_program_timeAreaChangeDialPic_G6(uint16_t areaID, const 
 
 ZEL_API int32_t zelDual_program_timeAreaRemoveDialPic_G6(uint16_t areaID) {
     return guarded(-1, [&] {
-        TimeArea *area = time_area_g6(areaID, "timeAreaRemoveDialPic_G6");
+        TimeArea *area = time_area_g6<TimeArea>(areaID, "timeAreaRemoveDialPic_G6");
         if (area == nullptr) return -1;
         area->removeDialPicture();
         return 0;
@@ -230,12 +225,23 @@ ZEL_API int32_t zelDual_program_timeAreaRemoveDialPic_G6(uint16_t areaID) {
 }
 
 ZEL_API int32_t zelDual_program_timeAreaSetBattleTime_G6(uint16_t areaID,
-                                                         const uint8_t * /*battle*/) {
-    return g6_area_operation(areaID, "timeAreaSetBattleTime_G6");
+                                                         const ZelBattleTime_G6 *battle) {
+    return guarded(-1, [&] {
+        auto *area = time_area_g6<TimeArea_G6>(areaID, "timeAreaSetBattleTime_G6");
+        if (area == nullptr || battle == nullptr) return -1;
+        const BattleTime time = unpack(*battle);
+        area->setBattleTime(&time, 1);
+        return 0;
+    });
 }
 
 ZEL_API int32_t zelDual_program_timeAreaCancleBattleTime_G6(uint16_t areaID) {
-    return g6_area_operation(areaID, "timeAreaCancleBattleTime_G6");
+    return guarded(-1, [&] {
+        auto *area = time_area_g6<TimeArea_G6>(areaID, "timeAreaCancleBattleTime_G6");
+        if (area == nullptr) return -1;
+        area->setBattleTime(nullptr, 0);
+        return 0;
+    });
 }
 
 } // extern "C"

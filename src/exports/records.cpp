@@ -179,4 +179,11 @@ DialMarkColors unpack(const ZelDialMarkColors &r) {
     return {r.hourMarkColor, r.minuteMarkColor, r.circleColor};
 }
 
+BattleTime unpack(const ZelBattleTime_G6 &r) {
+    BattleTime t;
+    t.battleWord = r.battleWord;
+    std::copy_n(r.battleBytes, t.battleBytes.size(), t.battleBytes.begin());
+    return t;
+}
+
 } // namespace zel::exports

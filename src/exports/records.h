@@ -4,6 +4,7 @@
 
 #include "clock/frame.h"
 #include "clock/time_area.h"
+#include "clock/time_area_g6.h"
 #include "program/program_header.h"
 #include "program/program_header_g6.h"
 #include "render/area.h"
@@ -52,5 +53,7 @@ const char *content_font(const TimeContentRecord &record);
 
 AnalogClock unpack(const AnalogClockRecord &record);
 DialMarkColors unpack(const ZelDialMarkColors &record);
+
+BattleTime unpack(const ZelBattleTime_G6 &record);
 
 } // namespace zel::exports

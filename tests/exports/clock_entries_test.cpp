@@ -119,7 +119,7 @@ TEST_F(ClockEntries, G6EntriesReportTheUnknownAreaByName) {
     const TimeContentRecord c = content_record(kDejaVu);
     const AnalogClockRecord hands = hands_record();
     const ZelDialMarkColors marks{1, 2, 4};
-    const uint8_t battle[9] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+    const ZelBattleTime_G6 battle{0x0201, {3, 4, 5, 6, 7, 8, 9}};
     const std::string tail = "==>Can not find the area.please check areaID.\n";
     StdoutCapture out;
     EXPECT_EQ(zelDual_program_timeAreaAddContent_G6(4, &c), -1);
@@ -129,7 +129,7 @@ TEST_F(ClockEntries, G6EntriesReportTheUnknownAreaByName) {
     EXPECT_EQ(zelDual_program_timeAreaChangeAnalogClock_G6(4, &hands, 0, &marks), -1);
     EXPECT_EQ(zelDual_program_timeAreaChangeDialPic_G6(4, "dial.png"), -1);
     EXPECT_EQ(zelDual_program_timeAreaRemoveDialPic_G6(4), -1);
-    EXPECT_EQ(zelDual_program_timeAreaSetBattleTime_G6(4, battle), -1);
+    EXPECT_EQ(zelDual_program_timeAreaSetBattleTime_G6(4, &battle), -1);
     EXPECT_EQ(zelDual_program_timeAreaCancleBattleTime_G6(4), -1);
     EXPECT_EQ(out.text(), "Error:program_timeAreaAddContent_G6" + tail +
                               "Error:program_timeAreaChangeContent_G6" + tail +
@@ -141,12 +141,16 @@ TEST_F(ClockEntries, G6EntriesReportTheUnknownAreaByName) {
                               "Error:program_timeAreaSetBattleTime_G6" + tail +
                               "Error:program_timeAreaCancleBattleTime_G6" + tail);
 
-    // The G5 entries refuse the G6 program; a G6 entry meets a G5 program as no area.
+    // On a G5 program's clock area the G6 content entries act as the G5 ones; the analog clock
+    // and battle time, which need the G6 clock area, refuse it without a line.
     zelDual_program_deleteProgram();
     g5_program_with_clocks();
     StdoutCapture again;
-    EXPECT_EQ(zelDual_program_timeAreaAddContent_G6(1, &c), -1);
-    EXPECT_EQ(again.text(), "Error:program_timeAreaAddContent_G6" + tail);
+    EXPECT_EQ(zelDual_program_timeAreaAddContent_G6(1, &c), 0);
+    EXPECT_EQ(current_program_g5()->find_area_of<TimeArea>(1)->fontName, kDejaVu);
+    EXPECT_EQ(zelDual_program_timeAreaAddAnalogClock_G6(1, &hands, 0, &marks), -1);
+    EXPECT_EQ(zelDual_program_timeAreaSetBattleTime_G6(1, &battle), -1);
+    EXPECT_EQ(again.text(), "");
 }
 
 TEST_F(ClockEntries, ProgramFileCarriesBothClocksAndThePreviewWorks) {
