@@ -13,6 +13,7 @@
 #include "program/program_fixtures.h"
 #include "render/pictures_area_g6.h"
 #include "sim/app/panel_hook.h"
+#include "sim/panel/clock_painter.h"
 #include "sim/panel/program_decoder_g6.h"
 #include "support/capture.h"
 #include "support/fake_clock.h"
@@ -102,7 +103,7 @@ TEST_F(G6ProgramRoad, BothFilesLandAndReadBackWithEveryAreaAtItsPlace) {
     ASSERT_EQ(got.at("P001"), files.program);
     ASSERT_EQ(got.at("D001"), files.data);
 
-    const sim::DecodeResultG6 r = sim::decode_program_g6(got.at("P001"), got.at("D001"));
+    const sim::DecodeResultG6 r = sim::decode_program_g6(got.at("P001"), got.at("D001"), kMode);
     ASSERT_TRUE(r.ok()) << r.inDataFile << " " << r.error->offset << ": " << r.error->what;
     EXPECT_EQ(r.program->hasBackground, 1);
     ASSERT_EQ(r.program->areas.size(), 3u);
@@ -176,6 +177,83 @@ TEST_F(G6ProgramRoad, SimulatorShowsAPairOnceBothFilesHaveLanded) {
     EXPECT_TRUE(red(150, 30));
     EXPECT_FALSE(red(33, 1));
     cairo_surface_destroy(png);
+}
+
+// A full-colour 0x66 controller in pixel mode 5: a digital clock takes fixed glyph items for its
+// two ':', an analog clock the long hand record; both bitmaps go to the data file.
+TEST_F(G6ProgramRoad, ClocksGoToBothFilesAndShowAtTheSimulatorsTime) {
+    start_sim(0x0166);
+    zelDual_program_setScreenParams_G56(static_cast<::E_ScreenColor_G56>(4), 0x0166, 1);
+    sim::PanelOptions options;
+    options.folder = "panel";
+    options.width = kScreenW;
+    options.height = kScreenH;
+    options.colorMode = 4;
+    options.clockTime = sim::ClockTime{2026, 11, 15, 12, 34, 56};
+    sim::install_panel_output(sim(), options);
+    {
+        FakeClock clock;
+        StdoutCapture quiet;
+        const ZelProgramHeader_G6 h = program_header_g6(2);
+        ASSERT_EQ(zelDual_program_addProgram_G6(&h), 0);
+        ZelAreaRecord_G6 digital = area_record_g6(2, 0, 0, 128, 32);
+        digital.Transparency = 7;
+        const ZelAreaRecord_G6 analog = area_record_g6(2, 128, 0, 32, 32);
+        ASSERT_EQ(zelDual_program_addArea_G6(1, &digital), 0);
+        ASSERT_EQ(zelDual_program_addArea_G6(2, &analog), 0);
+    }
+    TimeContentRecord content;
+    std::memset(&content, 0, sizeof content);
+    content.fontColor = 0x00FF0000;
+    content.fontName = kDejaVu;
+    content.fontSize = 12;
+    content.timeEnable = 1;
+    content.timeFormat = 0;
+    ASSERT_EQ(zelDual_program_fontPath_timeAreaAddContent_G6(1, &content), 0);
+    AnalogClockRecord hands;
+    std::memset(&hands, 0, sizeof hands);
+    hands.hourHandLength = 8;
+    hands.minuteHandLength = 12;
+    hands.hourHandColor = 0x00FFFFFF;
+    const ZelDialMarkColors marks{0x00FFFFFF, 0x00FFFFFF, 0};
+    ASSERT_EQ(zelDual_program_timeAreaAddAnalogClock_G6(2, &hands, 0, &marks), 0);
+    const ZelBattleTime_G6 battle{0x0201, {3, 4, 5, 6, 7, 8, 9}};
+    ASSERT_EQ(zelDual_program_timeAreaSetBattleTime_G6(1, &battle), 0);
+
+    const FilesG6 files = integrate_g6();
+    ASSERT_FALSE(files.program.empty());
+    ASSERT_EQ(write(files.program, files.programName, files.programType), 0);
+    ASSERT_EQ(write(files.data, files.dataName, files.dataType), 0);
+
+    const sim::ScreenMode mode{kScreenW, kScreenH, 4, 5, 1};
+    const sim::DecodeResultG6 r = sim::decode_program_g6(files.program, files.data, mode);
+    ASSERT_TRUE(r.ok()) << r.inDataFile << " " << r.error->offset << ": " << r.error->what;
+    ASSERT_EQ(r.program->areas.size(), 2u);
+    const sim::DecodedClockG6 &d = *r.program->areas[0].clock;
+    EXPECT_EQ(d.battleRecord[1], 1);
+    EXPECT_EQ(d.battleRecord[2], 1);
+    EXPECT_EQ(d.battleRecord[11], 7) << "Transparency";
+    EXPECT_EQ(d.clock.unitCount, 5);
+    std::vector<uint8_t> types;
+    for (const auto &item : d.clock.items)
+        types.push_back(item.type);
+    EXPECT_EQ(types, (std::vector<uint8_t>{12, 12, 3, 4, 5}));
+    const sim::DecodedClockG6 &a = *r.program->areas[1].clock;
+    ASSERT_EQ(a.clock.items.size(), 1u);
+    EXPECT_EQ(a.clock.items[0].table.size(), 23u);
+    EXPECT_EQ(r.program->areas[1].bodyLength, 77u);
+
+    // The panel shows the clock at the simulator's time: the digits are lit in red.
+    std::ifstream in("panel/P002.json");
+    const std::string json{std::istreambuf_iterator<char>(in), {}};
+    EXPECT_NE(json.find("\"time\": \"2026-11-15 12:34:56\""), std::string::npos) << json;
+    sim::Rgb canvas{kScreenW, kScreenH, std::vector<uint32_t>(kScreenW * kScreenH, 0)};
+    sim::paint_clock(canvas, mode, sim::panel_area(r.program->areas[0]), *options.clockTime);
+    std::size_t red = 0;
+    for (const uint32_t px : canvas.pixels)
+        red += px == 0xFF0000u;
+    EXPECT_GT(red, 20u);
+    EXPECT_TRUE(std::filesystem::exists("panel/P002-area1-page0.png"));
 }
 
 } // namespace

@@ -58,7 +58,7 @@ const ScreenMode kOneColour{32, 8, 1, 0, 1};
 
 TEST(ProgramDecoderG6, ReadsSoundPagesAndPixelsThroughTheDataFile) {
     const auto [program, data] = sound_area_pair();
-    const DecodeResultG6 r = decode_program_g6(program, data);
+    const DecodeResultG6 r = decode_program_g6(program, data, kOneColour);
     ASSERT_TRUE(r.ok()) << r.error->offset << ": " << r.error->what;
     const DecodedProgramG6 &p = *r.program;
     EXPECT_EQ(p.name, "P003");
@@ -102,7 +102,7 @@ TEST(ProgramDecoderG6, BackgroundBlockHoldsSevenBytesMoreThanItsLengthSays) {
     close_with_crc(program);
     const auto data = data_file("D001", std::vector<uint8_t>(8, 0x00));
 
-    const DecodeResultG6 r = decode_program_g6(program, data);
+    const DecodeResultG6 r = decode_program_g6(program, data, kOneColour);
     ASSERT_TRUE(r.ok()) << r.error->offset << ": " << r.error->what;
     ASSERT_EQ(r.program->areas.size(), 2u);
     const DecodedAreaG6 &b = r.program->areas[0];
@@ -114,6 +114,71 @@ TEST(ProgramDecoderG6, BackgroundBlockHoldsSevenBytesMoreThanItsLengthSays) {
     EXPECT_EQ(rect->thickness, 1);
     EXPECT_EQ(rect->width, 14);
     EXPECT_EQ(r.program->areas[1].offset, 33u + 4 + 65);
+}
+
+// A clock of 8 x 2 at x 0 and an empty text area behind it. Its items point at copies of a
+// table of one glyph of 1 x 1 (14 bytes) in the data file, behind the background.
+struct ClockCase {
+    const char *name;
+    ScreenMode mode;
+    std::size_t colorSize;  // as the screen writes it
+    uint32_t declared;      // as the length word says
+    uint8_t count;          // the count byte
+    std::size_t itemsThere; // items written
+    std::size_t bodyBytes;  // what the reader must find the body to hold
+};
+
+std::pair<std::vector<uint8_t>, std::vector<uint8_t>> clock_pair(const ClockCase &c) {
+    const std::vector<uint8_t> table = hex("0A000000 0100 00000000 01 01 01 00");
+    const std::size_t background = encoded_page_size(c.mode, 0, 8, 2);
+    ByteWriter d;
+    d.u8(9).bytes("D002", 4).zeros(8).bytes(std::vector<uint8_t>(background, 0xFF));
+    ByteWriter f;
+    f.bytes(program_head("P002", 0, 2));
+    f.u32(c.declared);
+    f.bytes(hex("02 0000 0000 0800 0200")).u8(0).u8(0xAA).u8(1).zeros(25).u16(0);
+    f.u32(14).u32(static_cast<uint32_t>(background)).u8(c.count);
+    uint32_t offset = 14 + static_cast<uint32_t>(background);
+    for (std::size_t i = 0; i < c.itemsThere; ++i) {
+        f.u16(static_cast<uint16_t>(1 + i)).u16(0).u8(static_cast<uint8_t>(3 + i)).u8(0);
+        f.u8(1).zeros(c.colorSize - 1).u32(offset).u32(14);
+        d.bytes(table);
+        offset += 14;
+    }
+    while (f.size() < 37 + c.bodyBytes)
+        f.u8(0); // the items an unknown format counts and never writes
+    f.u32(21).bytes(hex("00 0000 0000 1000 0600")).zeros(10).u16(0);
+    auto program = f.take();
+    close_with_crc(program);
+    auto data = d.take();
+    close_with_crc(data);
+    return {program, data};
+}
+
+TEST(ProgramDecoderG6, ClockBodiesEndBehindTheirItemsOrAtTheirLength) {
+    const ClockCase cases[] = {
+        // 48 + 3 x 16 declared; the third item was never written.
+        {"fewer items than counted", kOneColour, 2, 96, 3, 2, 96},
+        // Full colour in pixel mode 4: records of 5 bytes counted as 3, no background bytes.
+        {"longer records than counted", {32, 8, 4, 4, 1}, 5, 82, 2, 2, 86},
+    };
+    for (const ClockCase &c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto [program, data] = clock_pair(c);
+        const DecodeResultG6 r = decode_program_g6(program, data, c.mode);
+        ASSERT_TRUE(r.ok()) << r.error->offset << ": " << r.error->what;
+        ASSERT_EQ(r.program->areas.size(), 2u);
+        const DecodedAreaG6 &a = r.program->areas[0];
+        ASSERT_TRUE(a.clock);
+        EXPECT_EQ(a.bodyLength, c.declared);
+        EXPECT_EQ(a.bodyBytes, c.bodyBytes);
+        EXPECT_EQ(a.clock->battleRecord[0], 0xAA);
+        EXPECT_EQ(a.clock->clock.unitCount, c.count);
+        ASSERT_EQ(a.clock->clock.items.size(), 2u);
+        EXPECT_EQ(a.clock->clock.items[1].type, 4);
+        EXPECT_EQ(a.clock->tables[1].offset, a.clock->tables[0].offset + 14);
+        EXPECT_EQ(r.program->areas[1].offset, 33u + 4 + c.bodyBytes);
+    }
 }
 
 TEST(ProgramDecoderG6, SaysWhichFileStopsMakingSenseAndWhere) {
@@ -137,7 +202,7 @@ TEST(ProgramDecoderG6, SaysWhichFileStopsMakingSenseAndWhere) {
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
-        const DecodeResultG6 r = decode_program_g6(c.program, c.data);
+        const DecodeResultG6 r = decode_program_g6(c.program, c.data, kOneColour);
         ASSERT_FALSE(r.ok());
         EXPECT_EQ(r.inDataFile, c.inDataFile);
         EXPECT_EQ(r.error->offset, c.offset) << r.error->what;

@@ -1,5 +1,6 @@
 #include "sim/panel/clock_body.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace zel::sim {
@@ -11,6 +12,7 @@ constexpr std::size_t kItemHead = 6;                   // x, y, type, align
 constexpr std::size_t kHandRecordSize = 14;
 constexpr uint8_t kLastDigitalType = 7;
 constexpr uint8_t kAnalogType = 8;
+constexpr uint8_t kFixedGlyphType = 12; // G6 only
 // Items run past their declared end by a few at most (colour records a byte or three longer,
 // or the one field of an unknown format): a handful of candidate ends is plenty.
 constexpr std::size_t kMostEnds = 8;
@@ -150,6 +152,29 @@ std::optional<std::vector<DecodedGlyph>> decode_glyph_table(std::span<const uint
         glyphs.push_back(g);
     }
     return glyphs;
+}
+
+std::optional<std::vector<DecodedGlyph>> decode_fixed_glyph_table(std::span<const uint8_t> table) {
+    // Length, count 1, offset 0, then the one glyph twice: the count says 1 and the table holds
+    // two equal copies.
+    if (table.size() < 10 || get32(table, 0) != table.size() - 4 || get16(table, 4) != 1 ||
+        get32(table, 6) != 0 || (table.size() - 10) % 2 != 0) {
+        return std::nullopt;
+    }
+    const std::size_t size = (table.size() - 10) / 2;
+    const auto first = table.subspan(10, size);
+    const auto second = table.subspan(10 + size, size);
+    if (size < 3 || !std::equal(first.begin(), first.end(), second.begin())) return std::nullopt;
+    DecodedGlyph g{first[0], first[1], first[2], first.subspan(3)};
+    if (std::size_t{g.rowBytes} * g.height != size - 3 || g.width > 8u * g.rowBytes) {
+        return std::nullopt;
+    }
+    return std::vector<DecodedGlyph>{g};
+}
+
+std::optional<std::vector<DecodedGlyph>> item_glyph_table(const DecodedClockItem &item) {
+    return item.type == kFixedGlyphType ? decode_fixed_glyph_table(item.table)
+                                        : decode_glyph_table(item.table);
 }
 
 std::optional<DecodedClock> read_clock_body(std::span<const uint8_t> file, std::size_t at,

@@ -60,4 +60,11 @@ struct DecodedGlyph {
 // offsets and its glyphs do not agree.
 std::optional<std::vector<DecodedGlyph>> decode_glyph_table(std::span<const uint8_t> table);
 
+// The table of a G6 fixed glyph (item type 12): count 1, offset 0, and the one glyph twice, the
+// two copies equal. Its one glyph, or nothing when the table is not so.
+std::optional<std::vector<DecodedGlyph>> decode_fixed_glyph_table(std::span<const uint8_t> table);
+
+// The glyphs of an item's table, by the item's type.
+std::optional<std::vector<DecodedGlyph>> item_glyph_table(const DecodedClockItem &item);
+
 } // namespace zel::sim

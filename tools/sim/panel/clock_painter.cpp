@@ -1,5 +1,7 @@
 #include "sim/panel/clock_painter.h"
 
+#include <array>
+
 #include <cmath>
 #include <cstdio>
 
@@ -17,6 +19,7 @@ constexpr uint8_t kSecond = 5;
 constexpr uint8_t kMeridiem = 6;
 constexpr uint8_t kWeek = 7;
 constexpr uint8_t kHands = 8;
+constexpr uint8_t kFixedGlyph = 12; // a G6 separator: its one glyph, always
 constexpr double kPi = 3.14159265358979323846;
 
 uint32_t code_colour(uint32_t code) {
@@ -61,19 +64,55 @@ void hand(const AreaPen &pen, double cx, double cy, double degrees, double lengt
     }
 }
 
+// One hand of a hand record: its length and its colour as 0xRRGGBB.
+struct Hand {
+    uint8_t length = 0;
+    uint32_t colour = 0;
+};
+
+// The record comes in three forms (lengths at the bytes named, each followed by its colour):
+// short, 14 bytes (6, 9, 12, a colour code each); medium, 17 bytes (6, 10, 14, 16 bits each: a
+// 5-6-5 value in pixel mode 3, else the low half of red + green << 8 + blue << 16); long, 23
+// bytes (6, 12, 18, that 32-bit value each). The other bytes are settings whose meaning only the
+// controller knows.
+std::array<Hand, 3> read_hands(const ScreenMode &mode, std::span<const uint8_t> hands) {
+    std::array<Hand, 3> out{}; // hour, minute, second
+    if (hands.size() == 17) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            const std::size_t at = 6 + 4 * i;
+            const auto word = static_cast<uint16_t>(hands[at + 1] | (hands[at + 2] << 8));
+            out[i] = {hands[at], mode.tranPixelMode == 3
+                                     ? rgb_from_565(word)
+                                     : (static_cast<uint32_t>(word & 0xFF) << 16) |
+                                           (static_cast<uint32_t>(word >> 8) << 8)};
+        }
+    } else if (hands.size() == 23) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            const std::size_t at = 6 + 6 * i;
+            out[i] = {hands[at], (static_cast<uint32_t>(hands[at + 1]) << 16) |
+                                     (static_cast<uint32_t>(hands[at + 2]) << 8) | hands[at + 3]};
+        }
+    } else if (hands.size() >= 14) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            const std::size_t at = 6 + 3 * i;
+            out[i] = {hands[at], code_colour(hands[at + 1])};
+        }
+    }
+    return out;
+}
+
 void paint_hands(const AreaPen &pen, const ScreenMode &mode, std::span<const uint8_t> hands,
                  const ClockTime &time) {
-    // The short record: bytes 6, 9, 12 the lengths, 7, 10, 13 the colour codes. The other
-    // bytes are settings whose meaning only the controller knows; the simulator draws thin
-    // hands of the given lengths.
+    // The simulator draws thin hands of the given lengths.
     const double cx = pen.area.width / 2;
     const double cy = pen.area.height / 2;
     const double seconds = time.second;
     const double minutes = time.minute + seconds / 60.0;
     const double hours = time.hour % 12 + minutes / 60.0;
-    hand(pen, cx, cy, seconds * 6.0, hands[12], panel_colour(mode, code_colour(hands[13])));
-    hand(pen, cx, cy, minutes * 6.0, hands[9], panel_colour(mode, code_colour(hands[10])));
-    hand(pen, cx, cy, hours * 30.0, hands[6], panel_colour(mode, code_colour(hands[7])));
+    const std::array<Hand, 3> h = read_hands(mode, hands);
+    hand(pen, cx, cy, seconds * 6.0, h[2].length, panel_colour(mode, h[2].colour));
+    hand(pen, cx, cy, minutes * 6.0, h[1].length, panel_colour(mode, h[1].colour));
+    hand(pen, cx, cy, hours * 30.0, h[0].length, panel_colour(mode, h[0].colour));
 }
 
 } // namespace
@@ -140,6 +179,8 @@ std::vector<std::size_t> item_glyphs(uint8_t type, bool twelveHour, const ClockT
         return {t.hour < 12 ? 0u : 1u};
     case kWeek:
         return {static_cast<std::size_t>((week_day(t) + 6) % 7)};
+    case kFixedGlyph:
+        return {0};
     default:
         return {};
     }
@@ -177,7 +218,7 @@ void paint_clock(Rgb &canvas, const ScreenMode &mode, const DecodedArea &area,
             paint_hands(pen, mode, item.table, time);
             continue;
         }
-        const auto glyphs = decode_glyph_table(item.table);
+        const auto glyphs = item_glyph_table(item);
         if (!glyphs || item.color.empty()) continue;
         const bool twelveHour = item.color.back() == 1;
         const uint32_t ink = panel_colour(mode, item_colour(item.color));

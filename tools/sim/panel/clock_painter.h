@@ -33,7 +33,8 @@ std::string format_clock_time(const ClockTime &time);
 
 // The glyphs an item shows at `time`, by their number in its table, left to right: the digits
 // of the year (4), of month, day, hour (on a 12-hour clock with the item's flag), minute or
-// second (2 each); AM 0 or PM 1; the week day from Monday 0. Nothing for another type.
+// second (2 each); AM 0 or PM 1; the week day from Monday 0; glyph 0 for a fixed glyph (type
+// 12). Nothing for another type.
 std::vector<std::size_t> item_glyphs(uint8_t type, bool twelveHour, const ClockTime &time);
 
 // The colour an item's record gives, as 0xRRGGBB: a colour code (bit 0 red, bit 1 green,

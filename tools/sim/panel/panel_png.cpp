@@ -99,9 +99,6 @@ bool write_png(const std::string &path, const Rgb &image) {
     return ok;
 }
 
-namespace {
-
-// The summary of a clock area: its background, its items and the picture of it at `time`.
 void clock_json(std::ostringstream &j, const DecodedArea &area, const std::string &png,
                 const ClockTime &time) {
     const DecodedClock &c = *area.clock;
@@ -117,7 +114,7 @@ void clock_json(std::ostringstream &j, const DecodedArea &area, const std::strin
             j << ", \"hands\": \"" << hex_bytes(item.table) << "\"}";
             continue;
         }
-        const auto glyphs = decode_glyph_table(item.table);
+        const auto glyphs = item_glyph_table(item);
         j << ", \"color\": \"" << hex_bytes(item.color)
           << "\", \"glyphs\": " << (glyphs ? glyphs->size() : 0) << ", \"cell\": ";
         if (glyphs && !glyphs->empty()) {
@@ -136,8 +133,6 @@ void clock_json(std::ostringstream &j, const DecodedArea &area, const std::strin
     }
     j << "}}";
 }
-
-} // namespace
 
 std::string panel_json(const std::string &name, std::span<const uint8_t> file,
                        const ScreenMode &mode, const DecodeResult &decoded,

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,11 @@ PanelReport write_panel(const std::string &folder, const std::string &name,
 std::string panel_json(const std::string &name, std::span<const uint8_t> file,
                        const ScreenMode &mode, const DecodeResult &decoded,
                        const std::vector<std::string> &pngs, const ClockTime &time = {});
+
+// The summary of a clock area (appended to a JSON object that is open): the bytes its block
+// holds past its length word, its background, its items, and the picture of it at `time`.
+void clock_json(std::ostringstream &j, const DecodedArea &area, const std::string &png,
+                const ClockTime &time);
 
 // Writes an image as an 8-bit RGB PNG. False if the file could not be written.
 bool write_png(const std::string &path, const Rgb &image);

@@ -10,10 +10,6 @@ namespace {
 
 constexpr uint8_t kTypeBackground = 11;
 
-bool shows_pages(const DecodedAreaG6 &area) {
-    return area.type != 2;
-}
-
 Rgb blank(const ScreenMode &mode) {
     return {mode.width, mode.height,
             std::vector<uint32_t>(static_cast<std::size_t>(mode.width) * mode.height, 0)};
@@ -37,7 +33,8 @@ void frame_json(std::ostringstream &j, const std::optional<DecodedFrameG6> &fram
 
 std::string panel_json_g6(const std::string &name, std::span<const uint8_t> programFile,
                           std::span<const uint8_t> dataFile, const ScreenMode &mode,
-                          const DecodeResultG6 &decoded, const std::vector<std::string> &pngs) {
+                          const DecodeResultG6 &decoded, const std::vector<std::string> &pngs,
+                          const ClockTime &time) {
     std::ostringstream j;
     j << "{\n  \"file\": " << quoted(name) << ",\n  \"size\": " << programFile.size()
       << ",\n  \"dataFile\": " << quoted(data_file_name_for(name))
@@ -76,7 +73,9 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
           << ", \"type\": " << int{area.type} << ", \"rect\": {\"x\": " << area.x
           << ", \"y\": " << area.y << ", \"width\": " << area.width
           << ", \"height\": " << area.height << "}";
-        if (!shows_pages(area)) {
+        if (area.clock) {
+            j << ",\n     \"battleRecord\": \"" << hex_bytes(area.clock->battleRecord) << "\"";
+            clock_json(j, panel_area(area), pngIndex < pngs.size() ? pngs[pngIndex++] : "", time);
             j << "}";
             continue;
         }
@@ -122,9 +121,9 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
 
 PanelReport write_panel_g6(const std::string &folder, const std::string &name,
                            std::span<const uint8_t> programFile, std::span<const uint8_t> dataFile,
-                           const ScreenMode &mode, const ClockTime & /*time*/) {
+                           const ScreenMode &mode, const ClockTime &time) {
     PanelReport report;
-    const DecodeResultG6 decoded = decode_program_g6(programFile, dataFile);
+    const DecodeResultG6 decoded = decode_program_g6(programFile, dataFile, mode);
     std::vector<std::string> pagePngs;
     if (decoded.ok()) {
         report.decoded = true;
@@ -140,20 +139,31 @@ PanelReport write_panel_g6(const std::string &folder, const std::string &name,
         }
         Rgb panel = behind;
         for (std::size_t a = 0; a < areas.size(); ++a) {
-            if (p.areas[a].type != kTypeBackground && shows_pages(p.areas[a])) {
+            if (areas[a].clock) {
+                paint_clock(panel, mode, areas[a], time);
+            } else if (p.areas[a].type != kTypeBackground) {
                 paint_area_page(panel, mode, areas[a], 0);
             }
         }
+        auto keep = [&](const std::string &fileName, const Rgb &canvas) {
+            // A page that cannot be written keeps its place in the summary as null.
+            pagePngs.push_back(write_png(folder + "/" + fileName, canvas) ? fileName : "");
+            if (!pagePngs.back().empty()) report.pngs.push_back(folder + "/" + fileName);
+        };
         for (std::size_t a = 0; a < areas.size(); ++a) {
             const DecodedAreaG6 &area = p.areas[a];
-            if (!shows_pages(area) || !draw_rect(mode, areas[a])) continue;
+            const std::string prefix = name + "-area" + std::to_string(a) + "-page";
+            if (areas[a].clock) {
+                Rgb canvas = behind;
+                paint_clock(canvas, mode, areas[a], time);
+                keep(prefix + "0.png", canvas);
+                continue;
+            }
+            if (!draw_rect(mode, areas[a])) continue;
             for (std::size_t i = 0; i < area.pages.size(); ++i) {
                 Rgb canvas = area.type == kTypeBackground ? blank(mode) : behind;
                 paint_area_page(canvas, mode, areas[a], i);
-                const std::string fileName =
-                    name + "-area" + std::to_string(a) + "-page" + std::to_string(i) + ".png";
-                pagePngs.push_back(write_png(folder + "/" + fileName, canvas) ? fileName : "");
-                if (!pagePngs.back().empty()) report.pngs.push_back(folder + "/" + fileName);
+                keep(prefix + std::to_string(i) + ".png", canvas);
             }
         }
         const std::string panelName = name + "-panel.png";
@@ -161,7 +171,7 @@ PanelReport write_panel_g6(const std::string &folder, const std::string &name,
             report.pngs.push_back(folder + "/" + panelName);
         }
     }
-    report.json = panel_json_g6(name, programFile, dataFile, mode, decoded, pagePngs);
+    report.json = panel_json_g6(name, programFile, dataFile, mode, decoded, pagePngs, time);
     report.jsonPath = folder + "/" + name + ".json";
     if (FILE *out = std::fopen(report.jsonPath.c_str(), "wb")) {
         std::fwrite(report.json.data(), 1, report.json.size(), out);

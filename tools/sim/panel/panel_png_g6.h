@@ -12,8 +12,9 @@
 namespace zel::sim {
 
 // Decodes the pair and writes into `folder`, `name` being the program file's name:
-//   <name>-area<a>-page<p>.png  every page of every text, picture and background area, on the
-//                               first page of each background,
+//   <name>-area<a>-page<p>.png  every page of every text, picture and background area, and the
+//                               clock of every clock area at `time` (page 0), on the first page
+//                               of each background,
 //   <name>-panel.png            the first page of every background, then of every other area,
 //   <name>.json                 the summary; for files that cannot be read, the error, the file
 //                               it is in and the offset where that file stopped making sense.
@@ -26,6 +27,7 @@ PanelReport write_panel_g6(const std::string &folder, const std::string &name,
 // The summary alone.
 std::string panel_json_g6(const std::string &name, std::span<const uint8_t> programFile,
                           std::span<const uint8_t> dataFile, const ScreenMode &mode,
-                          const DecodeResultG6 &decoded, const std::vector<std::string> &pngs);
+                          const DecodeResultG6 &decoded, const std::vector<std::string> &pngs,
+                          const ClockTime &time);
 
 } // namespace zel::sim

@@ -85,8 +85,9 @@ struct PictureRest {
 
 class ReaderG6 {
   public:
-    ReaderG6(std::span<const uint8_t> program, std::span<const uint8_t> data)
-        : m_file(program), m_data(data), m_end(program.size() - kCrcSize),
+    ReaderG6(std::span<const uint8_t> program, std::span<const uint8_t> data,
+             const ScreenMode &mode)
+        : m_file(program), m_data(data), m_mode(mode), m_end(program.size() - kCrcSize),
           m_dataEnd(data.size() - kCrcSize) {}
 
     DecodeResultG6 run();
@@ -98,9 +99,11 @@ class ReaderG6 {
     Step<DecodedAreaG6> area(std::size_t at) const;
     Step<std::vector<DecodedAreaG6>> areas(std::size_t at) const;
     std::optional<DecodeError> data_in_order(const DecodedProgramG6 &program) const;
+    std::optional<DecodedClockG6> clock(std::size_t at, ClockBodyFailure &failure) const;
 
     std::span<const uint8_t> m_file;
     std::span<const uint8_t> m_data;
+    ScreenMode m_mode;
     std::size_t m_end;     // where the program file's CRC starts
     std::size_t m_dataEnd; // where the data file's CRC starts
     std::unordered_map<std::size_t, bool> m_reach;
@@ -111,12 +114,22 @@ std::optional<std::size_t> ReaderG6::held(std::size_t at) const {
     if (at > m_end || m_end - at < 4 + kAreaRecordSize + 1) return std::nullopt;
     std::size_t length = get32(m_file, at);
     const std::size_t body = at + 4;
-    if (length > kAreaRecordSize && m_file[body] == kTypeBackground &&
-        m_file[body + kAreaRecordSize] == 1) {
+    if (m_file[body] == kTypeClock) {
+        ClockBodyFailure failure;
+        const auto c = clock(at, failure);
+        if (!c) return std::nullopt;
+        length = c->bodyBytes;
+    } else if (length > kAreaRecordSize && m_file[body] == kTypeBackground &&
+               m_file[body + kAreaRecordSize] == 1) {
         length += kBackgroundFrameSurplus;
     }
     if (length > m_end - body) return std::nullopt;
     return length;
+}
+
+std::optional<DecodedClockG6> ReaderG6::clock(std::size_t at, ClockBodyFailure &failure) const {
+    return read_clock_body_g6(m_file, at + 4, get32(m_file, at), m_end, m_data, m_dataEnd, m_mode,
+                              failure);
 }
 
 // Only the chain of block lengths, bodies unread: a cheap test before a full reading.
@@ -226,9 +239,9 @@ Step<DecodedAreaG6> ReaderG6::area(std::size_t at) const {
     a.height = get16(m_file, body + 7);
     const std::size_t mark = body + kAreaRecordSize;
     if (a.type == kTypeClock) {
-        if (m_file[mark] != 0) {
-            return Result::fail(mark, "a clock area carries a frame mark other than 0");
-        }
+        ClockBodyFailure failure;
+        a.clock = clock(at, failure);
+        if (!a.clock) return Result::fail(failure.offset, failure.what);
         return Result::of(std::move(a));
     }
     if (a.type != kTypePictures && a.type != kTypeBackground) {
@@ -299,15 +312,37 @@ Step<std::vector<DecodedAreaG6>> ReaderG6::areas(std::size_t at) const {
 // point at them, and nothing else does.
 std::optional<DecodeError> ReaderG6::data_in_order(const DecodedProgramG6 &program) const {
     uint64_t next = kFirstDataOffset;
+    auto follows = [&](std::size_t where, uint32_t offset, uint32_t length) {
+        if (offset != next) {
+            return std::optional<DecodeError>(DecodeError{
+                where, text("a record points at data offset %llu where the data file's next "
+                            "bytes stand at %llu",
+                            offset, next)});
+        }
+        next += length;
+        return std::optional<DecodeError>();
+    };
     for (const DecodedAreaG6 &a : program.areas) {
         for (const DecodedPageG6 &page : a.pages) {
-            if (page.dataOffset != next) {
-                return DecodeError{page.offset + 4 + kPageHeaderSize,
-                                   text("a page record points at offset %llu where the data "
-                                        "file's next pixels stand at %llu",
-                                        page.dataOffset, next)};
+            if (auto e =
+                    follows(page.offset + 4 + kPageHeaderSize, page.dataOffset, page.dataLength)) {
+                return e;
             }
-            next += page.dataLength;
+        }
+        if (!a.clock) continue;
+        // The background, then each item's table in the order of the items.
+        if (auto e =
+                follows(a.offset + 4 + 39, a.clock->backgroundOffset, a.clock->backgroundLength)) {
+            return e;
+        }
+        for (std::size_t i = 0; i < a.clock->tables.size(); ++i) {
+            const DecodedClockG6::Table &t = a.clock->tables[i];
+            if (a.clock->clock.items[i].type == 8) continue; // hands have no table
+            if (auto e = follows(a.clock->clock.items[i].offset + 6 +
+                                     a.clock->clock.items[i].color.size(),
+                                 t.offset, t.length)) {
+                return e;
+            }
         }
     }
     if (next - 1 != m_dataEnd) {
@@ -424,7 +459,7 @@ DecodeResultG6 ReaderG6::run() {
 } // namespace
 
 DecodeResultG6 decode_program_g6(std::span<const uint8_t> programFile,
-                                 std::span<const uint8_t> dataFile) {
+                                 std::span<const uint8_t> dataFile, const ScreenMode &mode) {
     DecodeResultG6 result;
     if (dataFile.size() < kSmallestData) {
         result.inDataFile = true;
@@ -460,7 +495,7 @@ DecodeResultG6 decode_program_g6(std::span<const uint8_t> programFile,
         result.error = error;
         return result;
     }
-    return ReaderG6(programFile, dataFile).run();
+    return ReaderG6(programFile, dataFile, mode).run();
 }
 
 DecodedArea panel_area(const DecodedAreaG6 &area) {
@@ -479,6 +514,8 @@ DecodedArea panel_area(const DecodedAreaG6 &area) {
         frame.strip = area.frame->strip;
         a.frame = frame;
     }
+    a.end = area.offset + 4 + area.bodyBytes;
+    if (area.clock) a.clock = area.clock->clock;
     for (const DecodedPageG6 &page : area.pages) {
         DecodedPage p;
         p.offset = page.offset;

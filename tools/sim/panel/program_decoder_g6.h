@@ -11,7 +11,8 @@
 // what the records point at, one after the other from offset 14 on.
 //
 // The block of a background with a frame holds 7 bytes more than its length word says (the
-// length counts the 14-byte frame header as 7); the reader knows it.
+// length counts the 14-byte frame header as 7); the reader knows it. A clock's block ends
+// behind its items (clock_body_g6.h), which may run past its length word.
 #pragma once
 
 #include <array>
@@ -22,6 +23,7 @@
 #include <string>
 #include <vector>
 
+#include "sim/panel/clock_body_g6.h"
 #include "sim/panel/program_decoder.h"
 
 namespace zel::sim {
@@ -57,6 +59,7 @@ struct DecodedAreaG6 {
     std::array<uint8_t, 3> extra{}; // BackGroundFlag, Transparency, AreaEqual
     std::optional<DecodedSoundG6> sound;
     std::vector<DecodedPageG6> pages;
+    std::optional<DecodedClockG6> clock; // clock areas
 };
 
 struct DecodedProgramG6 {
@@ -80,12 +83,13 @@ struct DecodeResultG6 {
     bool ok() const { return program.has_value(); }
 };
 
-// Checks and parses a program file and its data file.
+// Checks and parses a program file and its data file, written for the screen `mode` (a clock
+// body's sizes depend on it).
 DecodeResultG6 decode_program_g6(std::span<const uint8_t> programFile,
-                                 std::span<const uint8_t> dataFile);
+                                 std::span<const uint8_t> dataFile, const ScreenMode &mode);
 
-// A G6 text, picture or background area as the panel painter takes it (program_decoder.h):
-// its rectangle, its frame strip and its pages with their pixels. The headers keep their first
+// A G6 area as the panel painters take it (program_decoder.h, clock_painter.h): its rectangle,
+// its frame strip and its pages with their pixels, or its clock. The headers keep their first
 // bytes (effect and page width stand where they stand in G5).
 DecodedArea panel_area(const DecodedAreaG6 &area);
 
