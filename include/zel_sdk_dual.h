@@ -786,8 +786,8 @@ ZEL_API int32_t zelDual_program_pictureArea(const void *reserved, const char *ad
  * the screen settings of that moment (a font that cannot be opened prints its line and the
  * clock is drawn in the default font). Each entry returns -1 when the area does not exist or
  * is not a clock area, and when a record it must read is null; the entries act on the clock
- * areas of a G6 program too. Integration leaves "123.png" (the last glyph cell) and "1-2-3.png" (the last
- * background) in the working directory.
+ * areas of a G6 program too. Integration leaves "123.png" (the last glyph cell) and "1-2-3.png"
+ * (the last background) in the working directory.
  */
 
 /** Gives the clock area a digital clock: the record and the font family (GBK) it names.
@@ -835,10 +835,11 @@ ZEL_API int32_t zelDual_program_timeAreaRemoveDialPic(uint16_t areaID);
 /*
  * A G6 program is built as a G5 one, with the _G6 entries, and becomes two files: the program
  * file "Pnnn" with the structure and the data file "Dnnn" with every page's pixels. Write both
- * with zelDual_cmd_ofsWriteFile. The G5 entries that have no G6 form (zelDual_program_MoveArea
- * aside, which has one) act on a G6 program too: zelDual_program_pictureAreaRemoveFrame, the
- * preview, the G5 text entries on a G6 area. The G6 entries return -1 when the current program
- * is a G5 program.
+ * with zelDual_cmd_ofsWriteFile. The program is the same one slot as a G5 program, and the
+ * entries of both families act on it as far as it has what they use: the G5 entries without a G6
+ * form (zelDual_program_pictureAreaRemoveFrame, the previews) work on a G6 program, and the G6
+ * area, content, period and remove-frame entries on a G5 one. The G6 header, program frame and
+ * integration entries return -1 when the current program is a G5 program.
  *
  * Every content entry finds its area first; when there is none it prints
  * "Error:program_<entry>==>Can not find the area.please check areaID.\n", <entry> being the
