@@ -52,7 +52,9 @@ void read_all(const std::vector<uint8_t> &program, const std::vector<uint8_t> &d
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, std::size_t size) {
     if (size < 2) return 0;
-    const std::size_t split = std::min<std::size_t>(size - 2, bytes[0] | (bytes[1] << 8));
+    const auto declared =
+        static_cast<std::size_t>(bytes[0]) | (static_cast<std::size_t>(bytes[1]) << 8);
+    const std::size_t split = std::min(size - 2, declared);
     std::vector<uint8_t> program(bytes + 2, bytes + 2 + split);
     std::vector<uint8_t> data(bytes + 2 + split, bytes + size);
     read_all(program, data);
