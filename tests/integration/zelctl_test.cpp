@@ -29,7 +29,7 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-struct Run {
+struct Outcome {
     int status = -1;
     std::string out;
     std::string err;
@@ -43,7 +43,7 @@ std::string slurp(const fs::path &p) {
 }
 
 // Runs zelctl with its output in pipes (files here), as a script would.
-Run zelctl(const std::string &args) {
+Outcome zelctl(const std::string &args) {
     const std::string cmd = std::string(ZELCTL_PATH) + " " + args + " >out.txt 2>err.txt </dev/null";
     const int raw = std::system(cmd.c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, slurp("out.txt"), slurp("err.txt")};
@@ -51,7 +51,7 @@ Run zelctl(const std::string &args) {
 
 // Runs zelctl on a pseudo-terminal, as at a person's terminal: everything it writes, both
 // streams together.
-Run zelctl_on_terminal(const std::vector<std::string> &args) {
+Outcome zelctl_on_terminal(const std::vector<std::string> &args) {
     int master = -1;
     const pid_t pid = ::forkpty(&master, nullptr, nullptr, nullptr);
     if (pid == 0) {
@@ -61,7 +61,7 @@ Run zelctl_on_terminal(const std::vector<std::string> &args) {
         ::execv(ZELCTL_PATH, argv.data());
         ::_exit(127);
     }
-    Run run;
+    Outcome run;
     char buffer[4096];
     for (;;) {
         pollfd p{master, POLLIN, 0};
@@ -88,7 +88,7 @@ class ZelctlTest : public SimTest {
 
 TEST_F(ZelctlTest, PingsAndSetsTheClockOfAZone) {
     start_sim(0x0051);
-    Run r = zelctl(at() + " ping --json");
+    Outcome r = zelctl(at() + " ping --json");
     ASSERT_EQ(r.status, 0) << r.err;
     json answer = json::parse(r.out);
     EXPECT_EQ(answer["controllerType"], "0x0051");
@@ -142,7 +142,7 @@ TEST_F(ZelctlTest, ExitStatusSaysWhatFailed) {
     ::getsockname(s, reinterpret_cast<sockaddr *>(&a), &len);
     const int closedPort = ntohs(a.sin_port);
     ::close(s);
-    Run r = zelctl("--host 127.0.0.1 --port " + std::to_string(closedPort) + " ping --json");
+    Outcome r = zelctl("--host 127.0.0.1 --port " + std::to_string(closedPort) + " ping --json");
     EXPECT_EQ(r.status, 101);
     const json answer = json::parse(r.out);
     EXPECT_EQ(answer["result"], -1);
@@ -185,7 +185,7 @@ TEST_F(ZelctlTest, SendsAJsonProgramThatThePanelShows) {
         SCOPED_TRACE(type);
         const std::string folder = "panel-" + std::to_string(type);
         sim::install_panel_output(start_sim(type), panel_in(folder));
-        const Run r = zelctl(at() + " send-program --json " + kExample.string());
+        const Outcome r = zelctl(at() + " send-program --json " + kExample.string());
         ASSERT_EQ(r.status, 0) << r.out << r.err;
         const json answer = json::parse(r.out);
         const bool g6 = type == 0x0063;
@@ -221,7 +221,7 @@ TEST_F(ZelctlTest, ShowsAProgressBarOnATerminalOnly) {
     const std::string line = sim().serial_path();
     const std::vector<std::string> args = {"--serial", line, "--speed", "57600", "send-program",
                                            kExample.string()};
-    const Run tty = zelctl_on_terminal(args);
+    const Outcome tty = zelctl_on_terminal(args);
     ASSERT_EQ(tty.status, 0) << tty.out;
     EXPECT_NE(tty.out.find("P007 ["), std::string::npos) << tty.out;
     EXPECT_NE(tty.out.find("] 100%"), std::string::npos) << tty.out;
@@ -229,7 +229,7 @@ TEST_F(ZelctlTest, ShowsAProgressBarOnATerminalOnly) {
 
     std::string joined;
     for (const auto &a : args) joined += " '" + a + "'";
-    const Run piped = zelctl(joined);
+    const Outcome piped = zelctl(joined);
     ASSERT_EQ(piped.status, 0) << piped.err;
     EXPECT_EQ(piped.err.find('['), std::string::npos) << piped.err;
     EXPECT_EQ(piped.out.find('['), std::string::npos) << piped.out;

@@ -75,8 +75,8 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
           << ", \"height\": " << area.height << "}";
         if (area.clock) {
             j << ",\n     \"battleRecord\": \"" << hex_bytes(area.clock->battleRecord) << "\"";
+            // clock_json closes the area's object as well as the clock's.
             clock_json(j, panel_area(area), pngIndex < pngs.size() ? pngs[pngIndex++] : "", time);
-            j << "}";
             continue;
         }
         const auto rect = draw_rect(mode, panel_area(area));
