@@ -74,11 +74,11 @@ typedef struct ZelProgramFile_G6 {
     char programFileName[4]; /**< offset 0 */
     uint8_t programFileType; /**< offset 4 */
     uint32_t programFileLen; /**< offset 5 */
-    uint8_t *programFileData; /**< offset 9: owned by the host until zelDual_program_freeBuffer_G6 */
+    uint8_t *programFileData; /**< offset 9: the host's until zelDual_program_freeBuffer_G6 */
     char dataFileName[4];    /**< offset 17 */
     uint8_t dataFileType;    /**< offset 21 */
     uint32_t dataFileLen;    /**< offset 22 */
-    uint8_t *dataFileData;   /**< offset 26: owned by the host until zelDual_program_freeBuffer_G6 */
+    uint8_t *dataFileData;   /**< offset 26: the host's until zelDual_program_freeBuffer_G6 */
 } ZelProgramFile_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 bytes");
 
@@ -88,7 +88,7 @@ ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 byte
 typedef struct ZelPingRecord {
     uint16_t ControllerType;    /**< offset 0: the controller type code (see the screen settings) */
     uint8_t controllerData[30]; /**< offset 2: controller-defined, passed on unexamined */
-    char address[20];           /**< offset 32: the controller's address as dotted text, zero-padded */
+    char address[20];           /**< offset 32: the address as dotted text, zero-padded */
 } ZelPingRecord;
 ZEL_STATIC_ASSERT(sizeof(ZelPingRecord) == 52, "ZelPingRecord is 52 bytes");
 
@@ -560,10 +560,14 @@ ZEL_API int32_t zelDual_cmd_setGlobalVolume(const char *address, uint16_t port, 
 
 /** Erases the ordinary file space. */
 ZEL_API int32_t zelDual_cmd_ofsFormat(const char *address, uint16_t port);
+/** zelDual_cmd_ofsFormat over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsFormat(const char *portName, uint8_t speedIndex);
 /** Deletes `count` files whose names stand back to back in `names` (4 bytes each). */
 ZEL_API int32_t zelDual_cmd_ofsDeleteFormatFile(const char *address, uint16_t port,
                                                 uint16_t count, const char *names);
+/** zelDual_cmd_ofsDeleteFormatFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsDeleteFormatFile(const char *portName, uint8_t speedIndex,
                                                      uint16_t count, const char *names);
 /**
@@ -575,6 +579,8 @@ ZEL_API int32_t zelDual_cmd_uart_ofsDeleteFormatFile(const char *portName, uint8
 ZEL_API int32_t zelDual_cmd_ofsWriteFile(const char *address, uint16_t port, const char *name,
                                          uint8_t type, uint32_t length, uint8_t mode,
                                          const uint8_t *data);
+/** zelDual_cmd_ofsWriteFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsWriteFile(const char *portName, uint8_t speedIndex,
                                               const char *name, uint8_t type, uint32_t length,
                                               uint8_t mode, const uint8_t *data);
@@ -584,11 +590,15 @@ ZEL_API int32_t zelDual_cmd_uart_ofsWriteFile(const char *portName, uint8_t spee
  */
 ZEL_API int32_t zelDual_cmd_ofsStartReedFile(const char *address, uint16_t port, char *name,
                                              uint32_t first, uint32_t second);
+/** zelDual_cmd_ofsStartReedFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsStartReedFile(const char *portName, uint8_t speedIndex,
                                                   char *name, uint32_t first, uint32_t second);
 /** Reads a file in blocks. A controller's data answer gives -1 and `output` stays as it is. */
 ZEL_API int32_t zelDual_cmd_ofsReedFileBlock(const char *address, uint16_t port,
                                              const char *name, uint8_t *output);
+/** zelDual_cmd_ofsReedFileBlock over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsReedFileBlock(const char *portName, uint8_t speedIndex,
                                                   const char *name, uint8_t *output);
 /**
@@ -598,13 +608,19 @@ ZEL_API int32_t zelDual_cmd_uart_ofsReedFileBlock(const char *portName, uint8_t 
  */
 ZEL_API int32_t zelDual_cmd_ofsReedDirBlock(const char *address, uint16_t port,
                                             ZelDirectoryRecord *record);
+/** zelDual_cmd_ofsReedDirBlock over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsReedDirBlock(const char *portName, uint8_t speedIndex,
                                                  ZelDirectoryRecord *record);
 /** Tells the controller that a series of file writes begins; optional, never sent by the library. */
 ZEL_API int32_t zelDual_cmd_ofsStartFileTransf(const char *address, uint16_t port);
+/** zelDual_cmd_ofsStartFileTransf over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsStartFileTransf(const char *portName, uint8_t speedIndex);
 /** Tells the controller that the series of file writes is over. */
 ZEL_API int32_t zelDual_cmd_ofsEndFileTransf(const char *address, uint16_t port);
+/** zelDual_cmd_ofsEndFileTransf over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsEndFileTransf(const char *portName, uint8_t speedIndex);
 /**
  * Deletes configuration files. The command carries one byte less than the names: the last
@@ -612,35 +628,47 @@ ZEL_API int32_t zelDual_cmd_uart_ofsEndFileTransf(const char *portName, uint8_t 
  */
 ZEL_API int32_t zelDual_cmd_confDeleteFormatFile(const char *address, uint16_t port,
                                                  uint16_t count, const char *names);
+/** zelDual_cmd_confDeleteFormatFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confDeleteFormatFile(const char *portName, uint8_t speedIndex,
                                                       uint16_t count, const char *names);
 /** Writes a configuration file like zelDual_cmd_ofsWriteFile, in blocks of 1024 bytes, silently. */
 ZEL_API int32_t zelDual_cmd_confWriteFile(const char *address, uint16_t port, const char *name,
                                           uint8_t type, uint32_t length, uint8_t mode,
                                           const uint8_t *data);
+/** zelDual_cmd_confWriteFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confWriteFile(const char *portName, uint8_t speedIndex,
                                                const char *name, uint8_t type, uint32_t length,
                                                uint8_t mode, const uint8_t *data);
 /** Opens a configuration file for reading; on 0 sets `name`, `first` and `second`. */
 ZEL_API int32_t zelDual_cmd_confStartReedFile(const char *address, uint16_t port, char *name,
                                               uint32_t *first, uint32_t *second);
+/** zelDual_cmd_confStartReedFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confStartReedFile(const char *portName, uint8_t speedIndex,
                                                    char *name, uint32_t *first,
                                                    uint32_t *second);
 /** As zelDual_cmd_ofsReedFileBlock, in the configuration space. */
 ZEL_API int32_t zelDual_cmd_confReedFileBlock(const char *address, uint16_t port,
                                               const char *name, uint8_t *output);
+/** zelDual_cmd_confReedFileBlock over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confReedFileBlock(const char *portName, uint8_t speedIndex,
                                                    const char *name, uint8_t *output);
 /** Reads the controller's two memory figures; written only on 0. */
 ZEL_API int32_t zelDual_cmd_ofsGetMemoryVolume(const char *address, uint16_t port,
                                                uint32_t *first, uint32_t *second);
+/** zelDual_cmd_ofsGetMemoryVolume over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsGetMemoryVolume(const char *portName, uint8_t speedIndex,
                                                     uint32_t *first, uint32_t *second);
 /** Reads the transfer status (u8 and three u32); written whatever the result. */
 ZEL_API int32_t zelDual_cmd_ofsGetTransStatus(const char *address, uint16_t port,
                                               uint8_t *state, uint32_t *first, uint32_t *second,
                                               uint32_t *third);
+/** zelDual_cmd_ofsGetTransStatus over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsGetTransStatus(const char *portName, uint8_t speedIndex,
                                                    uint8_t *state, uint32_t *first,
                                                    uint32_t *second, uint32_t *third);
