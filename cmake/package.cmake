@@ -4,7 +4,7 @@
 
 # Man pages of the two programs, made from their --help by help2man.
 find_program(ZEL_HELP2MAN help2man)
-if(ZEL_HELP2MAN AND ZEL_TOOLS AND NOT ZEL_FUZZ)
+if(ZEL_HELP2MAN AND ZEL_TOOLS AND NOT ZEL_FUZZ AND NOT ZEL_SANITIZE)
   set(ZEL_MAN_DIR ${PROJECT_BINARY_DIR}/man)
   file(MAKE_DIRECTORY ${ZEL_MAN_DIR})
   set(ZEL_MAN_PAGES)
