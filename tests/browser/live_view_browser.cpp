@@ -49,7 +49,8 @@ std::optional<std::string> find_chromium() {
 pid_t spawn(const std::vector<std::string> &argv, const std::vector<std::pair<int, int>> &fds) {
     // Everything the child needs is made before the fork: it only calls what is safe there.
     std::vector<char *> args;
-    for (const std::string &a : argv) args.push_back(const_cast<char *>(a.c_str()));
+    for (const std::string &a : argv)
+        args.push_back(const_cast<char *>(a.c_str()));
     args.push_back(nullptr);
     const pid_t pid = ::fork();
     if (pid != 0) return pid;
@@ -60,8 +61,10 @@ pid_t spawn(const std::vector<std::string> &argv, const std::vector<std::pair<in
     ::dup2(null, 2);
     // Move the parent's descriptors out of the way first, then into place.
     int high[8];
-    for (std::size_t i = 0; i < fds.size() && i < 8; ++i) high[i] = ::fcntl(fds[i].second, F_DUPFD_CLOEXEC, 100);
-    for (std::size_t i = 0; i < fds.size() && i < 8; ++i) ::dup2(high[i], fds[i].first);
+    for (std::size_t i = 0; i < fds.size() && i < 8; ++i)
+        high[i] = ::fcntl(fds[i].second, F_DUPFD_CLOEXEC, 100);
+    for (std::size_t i = 0; i < fds.size() && i < 8; ++i)
+        ::dup2(high[i], fds[i].first);
     ::execv(args[0], args.data());
     ::_exit(127);
 }
@@ -213,8 +216,7 @@ class Browser {
                        "--disable-background-networking", "--disable-component-update",
                        "--disable-sync", "--disable-extensions", "--no-pings",
                        "--proxy-server=http://127.0.0.1:9",
-                       "--host-resolver-rules=MAP * ~NOTFOUND , EXCLUDE 127.0.0.1",
-                       "about:blank"},
+                       "--host-resolver-rules=MAP * ~NOTFOUND , EXCLUDE 127.0.0.1", "about:blank"},
                       {{3, toBrowser[0]}, {4, fromBrowser[1]}});
         ::close(toBrowser[0]);
         ::close(fromBrowser[1]);
@@ -286,7 +288,8 @@ class Browser {
     }
 
     std::vector<uint8_t> screenshot() {
-        const auto data = json_string(call("Page.captureScreenshot", "{\"format\":\"png\"}"), "data");
+        const auto data =
+            json_string(call("Page.captureScreenshot", "{\"format\":\"png\"}"), "data");
         return data ? base64_decode(*data) : std::vector<uint8_t>{};
     }
 
@@ -312,7 +315,8 @@ Image image_of(cairo_surface_t *surface) {
         const unsigned char *data = cairo_image_surface_get_data(surface);
         for (int y = 0; y < image.height; ++y) {
             const auto *row = reinterpret_cast<const uint32_t *>(data + y * stride);
-            for (int x = 0; x < image.width; ++x) image.pixels.push_back(row[x] & 0xFFFFFF);
+            for (int x = 0; x < image.width; ++x)
+                image.pixels.push_back(row[x] & 0xFFFFFF);
         }
     }
     cairo_surface_destroy(surface);
@@ -356,9 +360,8 @@ void send_program(uint16_t port) {
     ASSERT_EQ(zelDual_program_pictureAreaAddPic(2, 0, &p, "green.png"), 0);
     ZelProgramFile_G5 file{};
     ASSERT_EQ(zelDual_program_IntegrateProgramFile(&file), 0);
-    EXPECT_EQ(zelDual_cmd_ofsWriteFile("127.0.0.1", port, "P001", 0, file.fileLen, 1,
-                                       file.fileData),
-              0);
+    EXPECT_EQ(
+        zelDual_cmd_ofsWriteFile("127.0.0.1", port, "P001", 0, file.fileLen, 1, file.fileData), 0);
     zelDual_program_freeBuffer(&file);
     zelDual_program_deleteProgram();
 }
@@ -389,9 +392,10 @@ TEST(LiveViewInBrowser, FollowsAProgramAndShowsThePanelPixelForPixel) {
               "P001");
 
     // The panel image stands at a whole scale at a fixed place.
-    EXPECT_EQ(browser.eval("[panel.getBoundingClientRect().left, panel.getBoundingClientRect().top, "
-                           "panel.dataset.scale].join()"),
-              "16,48,6");
+    EXPECT_EQ(
+        browser.eval("[panel.getBoundingClientRect().left, panel.getBoundingClientRect().top, "
+                     "panel.dataset.scale].join()"),
+        "16,48,6");
     const Image shot = read_png(browser.screenshot());
     const Image panel = read_png(work + "/panel/P001-panel.png");
     ASSERT_EQ(panel.width, 128);

@@ -10,8 +10,8 @@ namespace zel::sim {
 LivePanel::LivePanel(uint32_t width, uint32_t height)
     : m_image{width, height, std::vector<uint32_t>(std::size_t{width} * height, 0)} {}
 
-bool LivePanel::show(const std::string &name, std::span<const uint8_t> file,
-                     const ScreenMode &mode, const ClockTime &time) {
+bool LivePanel::show(const std::string &name, std::span<const uint8_t> file, const ScreenMode &mode,
+                     const ClockTime &time) {
     const DecodeResult decoded = decode_program(file, mode);
     std::optional<Rgb> image = panel_image(file, mode, time);
     std::string summary = panel_json(name, file, mode, decoded, {}, time);
@@ -66,7 +66,8 @@ void LivePanel::changed() {
         std::lock_guard<std::mutex> guard(m_mutex);
         listeners = m_listeners;
     }
-    for (const auto &listener : listeners) listener();
+    for (const auto &listener : listeners)
+        listener();
 }
 
 } // namespace zel::sim

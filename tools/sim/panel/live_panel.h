@@ -26,8 +26,7 @@ class LivePanel {
     bool show(const std::string &name, std::span<const uint8_t> file, const ScreenMode &mode,
               const ClockTime &time);
     bool show_g6(const std::string &name, std::span<const uint8_t> programFile,
-                 std::span<const uint8_t> dataFile, const ScreenMode &mode,
-                 const ClockTime &time);
+                 std::span<const uint8_t> dataFile, const ScreenMode &mode, const ClockTime &time);
 
     // The panel image as it stands now. Every front end asks here, so that all of them show
     // the same screen, whatever comes to be drawn on it.

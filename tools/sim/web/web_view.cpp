@@ -23,8 +23,8 @@ namespace zel::sim {
 namespace {
 
 constexpr const char *kAddress = "127.0.0.1";
-constexpr std::size_t kLastRequests = 40;  // request lines the state keeps
-constexpr std::size_t kMaxStreams = 4;     // event streams at once; more get 503 and poll
+constexpr std::size_t kLastRequests = 40; // request lines the state keeps
+constexpr std::size_t kMaxStreams = 4;    // event streams at once; more get 503 and poll
 constexpr auto kEventGap = std::chrono::milliseconds(100); // events come at most this often
 constexpr auto kKeepAlive = std::chrono::seconds(15);      // a comment line on a quiet stream
 
@@ -112,9 +112,9 @@ std::string WebView::Impl::state_json() const {
     std::snprintf(typeText, sizeof typeText, "0x%04X", type);
     j << "{\n  \"version\": " << stateVersion << ",\n  \"controller\": {\"type\": \"" << typeText
       << "\", \"family\": \"" << (headerVersion == 7 ? "G6" : "G5")
-      << "\", \"headerVersion\": " << headerVersion << "},\n  \"screen\": {\"width\": "
-      << image.width << ", \"height\": " << image.height << "},\n  \"panel\": {\"version\": "
-      << shown.version << ", \"program\": ";
+      << "\", \"headerVersion\": " << headerVersion
+      << "},\n  \"screen\": {\"width\": " << image.width << ", \"height\": " << image.height
+      << "},\n  \"panel\": {\"version\": " << shown.version << ", \"program\": ";
     if (shown.program.empty()) {
         j << "null, \"decoded\": false, \"summary\": null},\n";
     } else {
@@ -139,8 +139,8 @@ std::string WebView::Impl::state_json() const {
     } else {
         j << "null";
     }
-    j << ", \"resets\": " << control.resets << ", \"passwordSet\": "
-      << (control.password != std::array<uint8_t, 6>{} ? "true" : "false")
+    j << ", \"resets\": " << control.resets
+      << ", \"passwordSet\": " << (control.password != std::array<uint8_t, 6>{} ? "true" : "false")
       << ", \"firmwareActivated\": ";
     if (control.firmwareActivated) {
         j << "\"" << hex_bytes(*control.firmwareActivated) << "\"";
@@ -237,10 +237,13 @@ void WebView::Impl::routes() {
                [this](const httplib::Request &, httplib::Response &res) { serve_events(res); });
 }
 
-WebView::WebView(Simulator &sim, LivePanel &panel) : m_impl(std::make_unique<Impl>(sim, panel)) {
+WebView::WebView(Simulator &sim, LivePanel &panel) : m_impl(std::make_shared<Impl>(sim, panel)) {
     Impl *impl = m_impl.get();
     sim.set_request_hook([impl](const Request &request) { impl->on_request(request); });
-    panel.on_change([impl] { impl->bump(); });
+    // The panel may outlive the view: its listener stays, and finds no view.
+    panel.on_change([weak = std::weak_ptr<Impl>(m_impl)] {
+        if (const auto view = weak.lock()) view->bump();
+    });
 }
 
 WebView::~WebView() {

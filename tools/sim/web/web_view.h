@@ -22,7 +22,7 @@ class Simulator;
 
 class WebView {
   public:
-    // Takes the simulator's request hook. Both must outlive the view.
+    // Takes the simulator's request hook (until the view ends) and listens to the panel.
     WebView(Simulator &sim, LivePanel &panel);
     ~WebView();
     WebView(const WebView &) = delete;
@@ -40,7 +40,7 @@ class WebView {
 
   private:
     struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    std::shared_ptr<Impl> m_impl; // the panel's change listener holds it weakly
 };
 
 // The page, as built into the program.
