@@ -59,12 +59,25 @@ class Sim:
         self.log.close()
 
 
-@pytest.fixture
-def sim(tmp_path):
+def start(folder, controller_type):
     executable = os.environ.get("ZEL_SIM")
     if not executable:
         pytest.skip("ZEL_SIM names no zel-sim (ctest sets it)")
-    simulator = Sim(executable, tmp_path, "0x0051")
+    return Sim(executable, folder, controller_type)
+
+
+@pytest.fixture
+def sim(tmp_path):
+    """A G5 controller (0x0051)."""
+    simulator = start(tmp_path, "0x0051")
+    yield simulator
+    simulator.stop()
+
+
+@pytest.fixture
+def sim_g6(tmp_path):
+    """A G6 controller (0x0063)."""
+    simulator = start(tmp_path, "0x0063")
     yield simulator
     simulator.stop()
 

@@ -4,7 +4,7 @@ import json
 import struct
 import zlib
 
-from zel_sdk_dual import SCREEN_TWO_COLORS, Controller, ProgramG5, set_screen
+from zel_sdk_dual import SCREEN_TWO_COLORS, Controller, ProgramG5, ProgramG6, set_screen
 
 FONT = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"
 
@@ -68,7 +68,7 @@ def test_a_g5_program_reaches_the_panel(sim, tmp_path):
         # The library's buffer went back, and its pointer with it.
         assert not image.record.fileData
 
-    assert image.name == "P001"
+    assert image.name == "P001" and image.record.fileType == 0
     assert image.record.fileLen == len(data)
     # The image ends in the CRC-32 of everything before it.
     assert struct.unpack("<I", data[-4:])[0] == zlib.crc32(data[:-4]) == image.record.fileCrc
@@ -89,3 +89,28 @@ def test_a_g5_program_reaches_the_panel(sim, tmp_path):
     assert pixel(96, 16) == b"\x00\xff\x00"
     assert pixel(10, 50) == b"\x00\x00\x00"
     assert any(pixel(x, y) == b"\xff\x00\x00" for y in range(32) for x in range(64))
+
+
+def test_a_g6_program_comes_as_two_files_and_reaches_the_panel(sim_g6, tmp_path):
+    set_screen(SCREEN_TWO_COLORS, 0x0063)
+    with ProgramG6(5) as program:
+        program.add_area(1, 0, 0, 64, 32)
+        program.add_text(1, "Hi", font_path=FONT, fontSize=16, fontColor=2)
+        with program.integrate() as images:
+            files = images.files()
+            Controller("127.0.0.1", sim_g6.tcp_port).send(images)
+        assert not images.record.programFileData and not images.record.dataFileData
+
+    # "P005" with its data file "D005" of type 9, each closed by the CRC-32 of what comes
+    # before it, and both written with their types.
+    assert [name for name, _, _ in files] == ["P005", "D005"]
+    assert files[1][1] == 9
+    for _, _, data in files:
+        assert struct.unpack("<I", data[-4:])[0] == zlib.crc32(data[:-4])
+    state = sim_g6.state()
+    assert {"name": "D005", "type": 9, "size": len(files[1][2])} in state["programs"]
+    assert state["controller"]["family"] == "G6"
+    assert state["panel"]["program"] == "P005" and state["panel"]["decoded"] is True
+    rows = rgb_pixels(sim_g6.panel / "P005-panel.png")
+    assert any(rows[y][x * 3:x * 3 + 3] == b"\x00\xff\x00" for y in range(32) for x in range(64))
+    assert all(rows[y][x * 3:x * 3 + 3] == b"\x00\x00\x00" for y in range(32, 64) for x in range(128))

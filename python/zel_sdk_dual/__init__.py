@@ -167,9 +167,10 @@ class Controller:
                   1 if overwrite else 0, _buffer(data))
 
     def send(self, images):
-        """Writes what ProgramG5.integrate or ProgramG6.integrate gave: every file in it."""
-        for name, data in images.files():
-            self.write_file(name, data)
+        """Writes what ProgramG5.integrate or ProgramG6.integrate gave: every file in it, with
+        its type, overwriting files of those names."""
+        for name, file_type, data in images.files():
+            self.write_file(name, data, file_type)
 
     def list_files(self, kind_filter=0xFF):
         """The ordinary file space as (name, type, length, check) tuples."""
@@ -349,7 +350,8 @@ class ProgramImageG5:
         return _bytes_at(self.record.fileData, self.record.fileLen)
 
     def files(self):
-        return [(self.name, self.data)]
+        """The image as [(name, type, bytes)]."""
+        return [(self.name, self.record.fileType, self.data)]
 
     def free(self):
         if self.record.fileData:
@@ -371,10 +373,12 @@ class ProgramImagesG6:
         return False
 
     def files(self):
+        """The program file and the data file as [(name, type, bytes)]."""
         r = self.record
-        return [(r.programFileName.decode("latin-1"),
+        return [(r.programFileName.decode("latin-1"), r.programFileType,
                  _bytes_at(r.programFileData, r.programFileLen)),
-                (r.dataFileName.decode("latin-1"), _bytes_at(r.dataFileData, r.dataFileLen))]
+                (r.dataFileName.decode("latin-1"), r.dataFileType,
+                 _bytes_at(r.dataFileData, r.dataFileLen))]
 
     def free(self):
         if self.record.programFileData or self.record.dataFileData:
