@@ -15,6 +15,9 @@ packages=(
   fonts-dejavu-core fonts-wqy-microhei        # Latin and Chinese test fonts
   clang libclang-rt-14-dev                    # libFuzzer targets
   iproute2                                    # network namespaces for the broadcast tests
+  libcpp-httplib-dev                          # the HTTP server of zel-sim --web (live view)
+  chromium                                    # headless browser of the live view's test (large)
+  python3-pytest                              # the Python package's tests
 )
 
 missing=()
