@@ -28,11 +28,11 @@ def test_sizes_are_the_headers():
 
 
 def test_offsets_are_the_headers():
-    # Each record's body: "typedef struct Name {" ... "} Name;", fields with "/* offset N".
+    # Each record's body: "typedef struct Name {" ... "} Name;", fields with "/**< offset N".
     checked = 0
     for name, body in re.findall(r"typedef struct (\w+) \{(.*?)\} \1;", header_text(), re.S):
         record = getattr(records, name)
-        for field, offset in re.findall(r"(\w+)(?:\[[^\]]*\])*;\s*/\* offset (\d+)", body):
+        for field, offset in re.findall(r"(\w+)(?:\[[^\]]*\])*;\s*/\*\*<\s*offset (\d+)", body):
             assert getattr(record, field).offset == int(offset), f"{name}.{field}"
             checked += 1
     # Offsets of the records the tests lean on, from the header's own table.
