@@ -53,12 +53,35 @@ inline __m128i bytes_equal(__m128i v, uint8_t b) {
     return _mm_cmpeq_epi8(v, _mm_set1_epi8(static_cast<char>(b)));
 }
 
-// One bit per byte of p[0 .. 16) that has to be escaped (0x5A, 0x5B, 0xA5, 0xA6).
-inline uint32_t escape_mask(const uint8_t *p) {
+// 0xFF for each byte of p[0 .. 16) that has to be escaped (0x5A, 0x5B, 0xA5, 0xA6).
+inline __m128i escape_hits(const uint8_t *p) {
     const __m128i v = load16(p);
-    const __m128i hits = _mm_or_si128(_mm_or_si128(bytes_equal(v, kFrameEnd), bytes_equal(v, kEscapeLow)),
-                                      _mm_or_si128(bytes_equal(v, kFrameStart), bytes_equal(v, kEscapeHigh)));
-    return static_cast<uint32_t>(_mm_movemask_epi8(hits));
+    return _mm_or_si128(_mm_or_si128(bytes_equal(v, kFrameEnd), bytes_equal(v, kEscapeLow)),
+                        _mm_or_si128(bytes_equal(v, kFrameStart), bytes_equal(v, kEscapeHigh)));
+}
+
+inline uint32_t escape_mask(const uint8_t *p) {
+    return static_cast<uint32_t>(_mm_movemask_epi8(escape_hits(p)));
+}
+
+// The number of bytes of in[0 .. n) that have to be escaped: per-byte counters of up to 255
+// steps of sixteen bytes, summed.
+std::size_t count_escapes(const uint8_t *in, std::size_t n) {
+    std::size_t total = 0;
+    std::size_t i = 0;
+    while (i + kScanBytes <= n) {
+        __m128i counts = _mm_setzero_si128();
+        for (int steps = 0; steps < 255 && i + kScanBytes <= n; ++steps, i += kScanBytes) {
+            counts = _mm_sub_epi8(counts, escape_hits(in + i)); // a hit is -1
+        }
+        const __m128i sums = _mm_sad_epu8(counts, _mm_setzero_si128());
+        total += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                 static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
+    }
+    for (; i < n; ++i) {
+        total += kEscapes[in[i]] != 0 ? 1 : 0;
+    }
+    return total;
 }
 
 // One bit per byte of p[0 .. 16) that may lead an escape (0x5B, 0xA6).
@@ -103,14 +126,7 @@ void frame_bytes(std::span<const uint8_t> inner, std::vector<uint8_t> &out) {
     const uint8_t *in = inner.data();
     const std::size_t n = inner.size();
     // Sized once: the escapes are counted first, sixteen bytes at a time.
-    std::size_t escapes = 0;
-    std::size_t i = 0;
-    for (; i + kScanBytes <= n; i += kScanBytes) {
-        escapes += static_cast<std::size_t>(std::popcount(escape_mask(in + i)));
-    }
-    for (; i < n; ++i) {
-        escapes += kEscapes[in[i]] != 0 ? 1 : 0;
-    }
+    const std::size_t escapes = count_escapes(in, n);
     out.clear();
     out.resize(kFrameStartRun + n + escapes + 1);
     uint8_t *o = out.data();
@@ -127,7 +143,8 @@ void frame_bytes(std::span<const uint8_t> inner, std::vector<uint8_t> &out) {
             *o++ = b;
         }
     };
-    for (i = 0; i + kScanBytes <= n; i += kScanBytes) {
+    std::size_t i = 0;
+    for (; i + kScanBytes <= n; i += kScanBytes) {
         if (escape_mask(in + i) == 0) {
             std::memcpy(o, in + i, kScanBytes);
             o += kScanBytes;
