@@ -58,7 +58,7 @@ BENCHMARK(BM_Crc16Bytewise)->Apply(sizes);
 
 [[maybe_unused]] const bool kRatios =
     zel::bench::compare({"CRC-32: the library against zlib's crc32", "BM_Crc32", "BM_Crc32Zlib"}) &&
-    zel::bench::compare({"CRC-16: sixteen-byte steps against the byte-table loop", "BM_Crc16",
-                         "BM_Crc16Bytewise"});
+    zel::bench::compare(
+        {"CRC-16: sixteen-byte steps against the byte-table loop", "BM_Crc16", "BM_Crc16Bytewise"});
 
 } // namespace

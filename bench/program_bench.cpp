@@ -83,15 +83,16 @@ bool build_g5() {
     zelDual_program_setScreenParams_G56(static_cast<::E_ScreenColor_G56>(2), kG5Type, 1);
     ZelProgramHeader_G5 h = program_header(1);
     const ZelAreaRecord_G5 areas[] = {area_record(0, 0, 0, 128, 16), area_record(0, 0, 16, 128, 16),
-                                      area_record(0, 128, 0, 64, 32), area_record(2, 192, 0, 64, 32)};
+                                      area_record(0, 128, 0, 64, 32),
+                                      area_record(2, 192, 0, 64, 32)};
     bool ok = zelDual_program_addProgram(&h) == 0;
     for (uint16_t id = 1; id <= 4; ++id)
         ok = ok && zelDual_program_AddArea(id, &areas[id - 1]) == 0;
     const TextPageParams_G5 p = text_params(1, 1, 12, 1);
     ok = ok && zelDual_program_fontPath_picturesAreaAddTxt(1, ten_lines("Car park").c_str(),
-                                                          kDejaVu, &p) == 0;
-    ok = ok && zelDual_program_fontPath_picturesAreaAddTxt(2, ten_lines("Level").c_str(),
-                                                          kDejaVu, &p) == 0;
+                                                           kDejaVu, &p) == 0;
+    ok = ok && zelDual_program_fontPath_picturesAreaAddTxt(2, ten_lines("Level").c_str(), kDejaVu,
+                                                           &p) == 0;
     for (uint16_t i = 0; i < 4; ++i)
         ok = ok && zelDual_program_pictureAreaAddPic(3, i, &p, kPictures[i]) == 0;
     const TimeContentRecord c = clock_content();
@@ -101,18 +102,17 @@ bool build_g5() {
 bool build_g6() {
     zelDual_program_setScreenParams_G56(static_cast<::E_ScreenColor_G56>(2), kG6Type, 1);
     const ZelProgramHeader_G6 h = program_header_g6(2);
-    const ZelAreaRecord_G6 areas[] = {area_record_g6(0, 0, 0, 128, 16),
-                                      area_record_g6(0, 0, 16, 128, 16),
-                                      area_record_g6(0, 128, 0, 64, 32),
-                                      area_record_g6(2, 192, 0, 64, 32)};
+    const ZelAreaRecord_G6 areas[] = {
+        area_record_g6(0, 0, 0, 128, 16), area_record_g6(0, 0, 16, 128, 16),
+        area_record_g6(0, 128, 0, 64, 32), area_record_g6(2, 192, 0, 64, 32)};
     bool ok = zelDual_program_addProgram_G6(&h) == 0;
     for (uint16_t id = 1; id <= 4; ++id)
         ok = ok && zelDual_program_addArea_G6(id, &areas[id - 1]) == 0;
     const TextPageParams_G6 p = text_params_g6(1, 1, 12, 1);
     ok = ok && zelDual_program_fontPath_picturesAreaAddTxt_G6(1, ten_lines("Car park").c_str(),
-                                                             kDejaVu, &p) == 0;
+                                                              kDejaVu, &p) == 0;
     ok = ok && zelDual_program_fontPath_picturesAreaAddTxt_G6(2, ten_lines("Level").c_str(),
-                                                             kDejaVu, &p) == 0;
+                                                              kDejaVu, &p) == 0;
     for (uint16_t i = 0; i < 4; ++i)
         ok = ok && zelDual_program_pictureAreaAddPic_G6(3, i, &p, kPictures[i]) == 0;
     const TimeContentRecord c = clock_content();
@@ -170,8 +170,8 @@ void BM_IntegrateG6(benchmark::State &state) {
 BENCHMARK(BM_IntegrateG5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_IntegrateG6)->Unit(benchmark::kMillisecond);
 
-[[maybe_unused]] const bool kRatios = zel::bench::compare(
-    {"Integration of the typical program: G5 against G6 of the same content", "BM_IntegrateG5",
-     "BM_IntegrateG6"});
+[[maybe_unused]] const bool kRatios =
+    zel::bench::compare({"Integration of the typical program: G5 against G6 of the same content",
+                         "BM_IntegrateG5", "BM_IntegrateG6"});
 
 } // namespace

@@ -99,9 +99,9 @@ void BM_BlockLibraryWork(benchmark::State &state) {
     QuietStdout quiet;
     CannedPeer peer;
     for (auto _ : state) {
-        const int32_t r = zel::commands::writeFile(peer, zel::commands::FileSpace::Ofs, name, 0,
-                                                   static_cast<uint32_t>(file.size()), 1,
-                                                   file.data());
+        const int32_t r =
+            zel::commands::writeFile(peer, zel::commands::FileSpace::Ofs, name, 0,
+                                     static_cast<uint32_t>(file.size()), 1, file.data());
         if (r != 0) {
             state.SkipWithError("the canned peer's answer was refused");
             break;
@@ -175,9 +175,9 @@ void BM_WriteFileMarginalBlock(benchmark::State &state) {
     const auto small = file_bytes(8 * kBlock), large = file_bytes(72 * kBlock);
     auto write = [&](const std::vector<uint8_t> &file) {
         const auto start = std::chrono::steady_clock::now();
-        const int32_t r = zelDual_cmd_ofsWriteFile("127.0.0.1", sim.tcp_port(), "P001", 0,
-                                                   static_cast<uint32_t>(file.size()), 1,
-                                                   file.data());
+        const int32_t r =
+            zelDual_cmd_ofsWriteFile("127.0.0.1", sim.tcp_port(), "P001", 0,
+                                     static_cast<uint32_t>(file.size()), 1, file.data());
         if (r != 0) state.SkipWithError("writing to the simulator failed");
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     };
@@ -188,16 +188,29 @@ void BM_WriteFileMarginalBlock(benchmark::State &state) {
     sim.stop();
 }
 
-BENCHMARK(BM_BlockLibraryWork)->ArgName("blocks")->Arg(64)->UseRealTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_LoopbackRoundTrip)->ArgName("bytes")->Arg(1100)->UseRealTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_WriteFileMarginalBlock)->UseManualTime()->Iterations(10)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_BlockLibraryWork)
+    ->ArgName("blocks")
+    ->Arg(64)
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_LoopbackRoundTrip)
+    ->ArgName("bytes")
+    ->Arg(1100)
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_WriteFileMarginalBlock)
+    ->UseManualTime()
+    ->Iterations(10)
+    ->Unit(benchmark::kMicrosecond);
 
 [[maybe_unused]] const bool kRatios =
-    zel::bench::compare({"File transfer: the library's work per exchange (no socket) against a loopback round trip of a framed block",
+    zel::bench::compare({"File transfer: the library's work per exchange (no socket) against a "
+                         "loopback round trip of a framed block",
                          "BM_BlockLibraryWork", "BM_LoopbackRoundTrip", 0, zel::bench::Clock::Real,
                          "bytes:1100", 65}) &&
-    zel::bench::compare({"File transfer to the simulator: time per extra block against a loopback round trip",
-                         "BM_WriteFileMarginalBlock", "BM_LoopbackRoundTrip", 0,
-                         zel::bench::Clock::Real, "bytes:1100"});
+    zel::bench::compare(
+        {"File transfer to the simulator: time per extra block against a loopback round trip",
+         "BM_WriteFileMarginalBlock", "BM_LoopbackRoundTrip", 0, zel::bench::Clock::Real,
+         "bytes:1100"});
 
 } // namespace

@@ -62,7 +62,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
             any_median = any_median || entry.second.median;
         std::printf("\n## Ratios%s\n", any_median ? " (medians of the repetitions)" : "");
         for (const Comparison &c : comparisons()) {
-            std::printf("\n%s (%s time)\n\n", c.title.c_str(), c.clock == Clock::Cpu ? "CPU" : "real");
+            std::printf("\n%s (%s time)\n\n", c.title.c_str(),
+                        c.clock == Clock::Cpu ? "CPU" : "real");
             std::printf("| case | %s | %s | throughput | ratio | target |\n", c.subject.c_str(),
                         c.reference.c_str());
             std::printf("|---|---:|---:|---:|---:|---:|\n");
@@ -85,8 +86,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
                                   subject.mpix_per_second);
                 char target[32] = "";
                 if (c.target > 0)
-                    std::snprintf(target, sizeof target, "%s %g×", ratio >= c.target ? "≥" : "MISSED",
-                                  c.target);
+                    std::snprintf(target, sizeof target, "%s %g×",
+                                  ratio >= c.target ? "≥" : "MISSED", c.target);
                 std::printf("| %s | %s | %s | %s | %.2f× | %s |\n",
                             key.second.empty() ? "-" : key.second.c_str(), format_time(s).c_str(),
                             format_time(r).c_str(), throughput, ratio, target);

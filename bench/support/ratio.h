@@ -2,8 +2,9 @@
 // the reference it is measured against; every program links this part's main, which runs the
 // benchmarks as usual and then prints one table row per pair of runs with the same arguments:
 // both times, the subject's throughput where it counts bytes or pixels, and the ratio
-// reference time / subject time (above 1: the subject is that many times faster). With --benchmark_repetitions the medians are compared.
-// Absolute times depend on the machine and its load; the ratios are what to compare.
+// reference time / subject time (above 1: the subject is that many times faster). With
+// --benchmark_repetitions the medians are compared. Absolute times depend on the machine and its
+// load; the ratios are what to compare.
 #pragma once
 
 #include <string>

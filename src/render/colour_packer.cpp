@@ -23,7 +23,8 @@ struct Tables565 {
         for (std::size_t i = 0; i < 256; ++i) {
             high_blue[i] = static_cast<uint8_t>(gamma.blue[i] & 0xF8U);
             high_green[i] = static_cast<uint8_t>(gamma.green[i] >> 5);
-            low_green[i] = static_cast<uint8_t>((gamma.green[i] << 3) & 0xE0U);
+            low_green[i] =
+                static_cast<uint8_t>((static_cast<unsigned>(gamma.green[i]) << 3) & 0xE0U);
             low_red[i] = static_cast<uint8_t>(gamma.red[i] >> 3);
         }
     }
@@ -68,8 +69,9 @@ void pack_888_portable(const uint8_t *p, uint8_t *o, std::size_t count) {
 // brought together, 32 bytes stored of which 24 count (the next step overwrites the rest).
 __attribute__((target("avx2"))) void pack_888_avx2(const uint8_t *p, uint8_t *o,
                                                    std::size_t count) {
-    const __m256i shuffle = _mm256_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1,
-                                             2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1);
+    const __m256i shuffle =
+        _mm256_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1, 2, 1, 0, 6, 5, 4,
+                         10, 9, 8, 14, 13, 12, -1, -1, -1, -1);
     const __m256i join = _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7);
     std::size_t i = 0;
     for (; count - i >= 11; i += 8, p += 8 * kBytesPerPixel, o += 24) {
@@ -84,8 +86,10 @@ __attribute__((target("avx2"))) void pack_888_avx2(const uint8_t *p, uint8_t *o,
 
 // GCC 12's AVX-512 intrinsics start some results from a deliberately undefined register and
 // then warn about it once inlined.
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 
 ZEL_AVX512 inline __mmask64 first_bytes(std::size_t n) {
     return n >= 64 ? ~__mmask64{0} : (__mmask64{1} << n) - 1;
@@ -172,7 +176,9 @@ ZEL_AVX512 void pack_565_avx512(const uint8_t *p, uint8_t *o, std::size_t count,
     }
 }
 
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic pop
+#endif
 
 } // namespace
 

@@ -182,7 +182,8 @@ std::size_t unframe_bytes(std::span<const uint8_t> frame, uint8_t *out) {
         // Up to the next byte that may lead an escape, sixteen bytes at a time.
         if (i + kScanBytes <= end) {
             const uint32_t leads = lead_mask(f + i);
-            const auto plain = static_cast<std::size_t>(leads == 0 ? kScanBytes : std::countr_zero(leads));
+            const std::size_t plain =
+                leads == 0 ? kScanBytes : static_cast<std::size_t>(std::countr_zero(leads));
             std::memcpy(out + n, f + i, plain);
             n += plain;
             i += plain;

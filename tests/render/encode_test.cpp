@@ -161,7 +161,8 @@ TEST(PixelReadTest, ScanPixelRowTakesTheLastColumnAsRowLength) {
 // combination of lit channels occurs.
 TEST_F(EncodeTest, MatchesThePositionByPositionEncoder) {
     std::vector<planes::Kernel> kernels;
-    for (const auto kernel : {planes::Kernel::Portable, planes::Kernel::Avx2, planes::Kernel::Avx512})
+    for (const auto kernel :
+         {planes::Kernel::Portable, planes::Kernel::Avx2, planes::Kernel::Avx512})
         if (planes::kernel_supported(kernel)) kernels.push_back(kernel);
 
     std::mt19937 rng(20240607);

@@ -145,7 +145,8 @@ TEST(PacketFrame, LongPacketsEscapeEveryDelimiterWherever) {
             const uint8_t b = raw[i];
             const uint8_t next = raw[i + 1];
             if ((b == 0x5B || b == 0xA6) && i + 2 < raw.size() && (next == 1 || next == 2)) {
-                decoded.push_back(b == 0x5B ? (next == 2 ? 0x5A : 0x5B) : (next == 2 ? 0xA5 : 0xA6));
+                decoded.push_back(b == 0x5B ? (next == 2 ? 0x5A : 0x5B)
+                                            : (next == 2 ? 0xA5 : 0xA6));
                 i += 2;
             } else {
                 decoded.push_back(b);
