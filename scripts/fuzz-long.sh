@@ -4,7 +4,7 @@
 # the seed corpora. Names given on the command line limit the run to those targets (e.g.
 # fuzz_unpack fuzz_datagram). Each target's count, time and any crash go to
 # build-fuzz/long/<target>.log; a crash leaves its input as build-fuzz/long/crash-* and stops
-# the run with an error.
+# the run with an error. The library's console lines (standard output) are dropped.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -26,7 +26,7 @@ for name in "${targets[@]}"; do
   log=build-fuzz/long/$name.log
   echo "== $name: $runs executions (log in $log)"
   start=$(date +%s)
-  if ! nice build-fuzz/fuzz/"$name" -runs="$runs" -print_final_stats=1 \
+  if ! nice build-fuzz/fuzz/"$name" -runs="$runs" -print_final_stats=1 -close_fd_mask=1 \
       -artifact_prefix=build-fuzz/long/ "$corpus" >"$log" 2>&1; then
     tail -n 30 "$log"
     echo "== $name found a crash: see $log" >&2
