@@ -346,6 +346,10 @@ int32_t at_get_wifi(char *ssid, char *password) {
     if (result != 0) {
         return result;
     }
+    return at_inquiry(udp, ssid, password);
+}
+
+int32_t at_inquiry(BroadcastPeer &udp, char *ssid, char *password) {
     static constexpr char kInquiry[] = "AT+INQUIRY";
     udp.send(reinterpret_cast<const uint8_t *>(kInquiry), sizeof kInquiry - 1);
     uint8_t answer[kWifiInquiryRoom] = {};

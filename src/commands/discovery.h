@@ -88,5 +88,8 @@ int32_t udp_set_ip(const SetIpArgs &args);
 int32_t udp_set_mac(const char *mac);
 int32_t at_set_wifi(const char *ssid, const char *password);
 int32_t at_get_wifi(char *ssid, char *password);
+// The inquiry of at_get_wifi on a module that has answered "AT": the question, one answer of
+// at most 512 bytes, and the name and password read out of it up to their commas.
+int32_t at_inquiry(BroadcastPeer &udp, char *ssid, char *password);
 
 } // namespace zel

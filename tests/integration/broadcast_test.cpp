@@ -293,8 +293,12 @@ TEST(Broadcast, WifiModuleAnswersDecideTheResults) {
         {"network-without-password,xxxxxxxxxxxxxxxx", 0, "network-without-password", "keep"},
     };
     for (const Case &c : cases) {
-        sim->on_at([&](sim::Simulator &, const std::string &line) -> std::optional<std::string> {
-            return line == "AT+INQUIRY" ? c.answer : std::string("+ok");
+        // The answer by value: the simulator's thread reads it, and only the lock that guards
+        // the handler orders that read before the case goes (the datagrams in between are not
+        // seen as an order by the thread sanitizer).
+        sim->on_at([answer = c.answer](sim::Simulator &,
+                                       const std::string &line) -> std::optional<std::string> {
+            return line == "AT+INQUIRY" ? answer : std::string("+ok");
         });
         char ssid[64] = {};
         char password[64] = "keep";
