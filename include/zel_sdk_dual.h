@@ -1076,6 +1076,16 @@ typedef struct ZelDynamicAreaSetItem_G6 {
 } ZelDynamicAreaSetItem_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelDynamicAreaSetItem_G6) == 89, "ZelDynamicAreaSetItem_G6 is 89 bytes");
 
+/** The frame of a G6 item-list area (15 bytes, passed by value). */
+typedef struct ZelAreaFrmae_Dynamic_G6 {
+    uint8_t frameFlag;      /* offset 0: 1 for a frame, anything else for none */
+    uint8_t frameHeader[5]; /* offset 1: for the controller; the last byte is also the frame's
+                               thickness in pixels */
+    uint8_t unused;         /* offset 6: not read */
+    const char *pngPath;    /* offset 7: the frame's PNG strip */
+} ZelAreaFrmae_Dynamic_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelAreaFrmae_Dynamic_G6) == 15, "ZelAreaFrmae_Dynamic_G6 is 15 bytes");
+
 /** One message of the independent sound entries (30 bytes). */
 typedef struct ZelSoundItem_Independ {
     uint8_t itemByte;         /* offset 0: sent by the update entry; not read by insert */
@@ -1343,6 +1353,52 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G(
 ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G_Serial(
     const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t count,
     const ZelDynamicAreaSetItem_G6 *items, uint16_t programCount, const uint16_t *programs);
+
+/**
+ * Adds G6 dynamic area `areaID` whose pages come from `count` contents, texts and pictures
+ * mixed, with an optional frame, shown with all programs or those listed. The pages are rendered
+ * inside the frame; the area keeps its rectangle. Logs "uWidth = %d;  uHeight = %d;  fontName =
+ * %s; \r\n" at level 4 with the first content's font; font arguments are always family names.
+ * @param runMode, timeout, immediate carried for the controller
+ * @param allPrograms 1 all programs (the count is sent, the numbers not), 0 the list
+ * @param frame a frame when its flag is 1; a PNG that does not read prints
+ *        "Error: zel_dual_sdk Can't create_from_png. file: %s \n" and gives -1
+ * @return the exchange's result (a failure also prints
+ *         "Failed! oClient.send_recv_cmd!  nSendResult = %d \r\n"); the ping's failure; -1
+ *         for no contents or nothing to send
+ */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t areaID, uint8_t runMode,
+    uint16_t timeout, uint8_t allPrograms, uint16_t programCount, const uint16_t *programs,
+    uint8_t immediate, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelAreaFrmae_Dynamic_G6 frame, uint8_t count, const DynamicAreaBaseInfo_5G *const *items);
+/** The serial form of zelDual_dynamicArea_AddAreaInfos_6G; a line that does not open logs
+ *  "oSerialClient.init error! pCharsCOMPort=%s, nSerialPortValueIndex=%d, err=%d" at level 1.
+ *  @return as the TCP form; -1 when the line does not open */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_G6_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
+    uint8_t runMode, uint16_t timeout, uint8_t allPrograms, uint16_t programCount,
+    const uint16_t *programs, uint8_t immediate, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, ZelAreaFrmae_Dynamic_G6 frame, uint8_t count,
+    const DynamicAreaBaseInfo_5G *const *items);
+/** zelDual_dynamicArea_AddAreaInfos_6G with the contents as one packed array (stride 51), font
+ *  files allowed (".ttf", ".ttc" in any case), pages rendered with the value of
+ *  zelDual_dynamicArea_SetDualPixel, and the area's sound when `sound` is not null and its
+ *  enable byte is 1. @return as zelDual_dynamicArea_AddAreaInfos_6G */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t areaID, uint8_t runMode,
+    uint16_t timeout, uint8_t allPrograms, uint16_t programCount, const uint16_t *programs,
+    uint8_t immediate, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelAreaFrmae_Dynamic_G6 frame, uint8_t count, const DynamicAreaBaseInfo_5G *items,
+    const ZelDynamicSound_G6 *sound);
+/** The serial form of zelDual_dynamicArea_AddAreaInfos_6G_V2, without sound.
+ *  @return as zelDual_dynamicArea_AddAreaInfos_G6_Serial */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
+    uint8_t runMode, uint16_t timeout, uint8_t allPrograms, uint16_t programCount,
+    const uint16_t *programs, uint8_t immediate, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, ZelAreaFrmae_Dynamic_G6 frame, uint8_t count,
+    const DynamicAreaBaseInfo_5G *items);
 
 /** Makes a G6 controller speak a text without any area (no ping, no screen settings).
  *  @param record the message; its text must have a length above 0

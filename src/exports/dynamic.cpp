@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "dynamic/area_infos_g6.h"
 #include "dynamic/entries_g5.h"
 #include "dynamic/entries_g6.h"
 #include "exports/records.h"
@@ -616,4 +617,101 @@ ZEL_API int32_t zelDual_dynamicArea_UpdateSoundIndepend(const char *pIP, uint32_
         items.push_back({records[i].itemByte, unpack_sound(records[i].sound)});
     }
     return guarded(-1, [&] { return update_sound(tcp_target(pIP, nPort), first, items); });
+}
+
+// ==== G6: one area from a list of contents ===================================================
+
+#define ZEL_INFOS_PARAMS                                                                           \
+    ::E_ScreenColor_G56 color, uint8_t areaID, uint8_t runMode, uint16_t timeout,                  \
+        uint8_t allPrograms, uint16_t programCount, const uint16_t *programs, uint8_t immediate,   \
+        uint16_t x, uint16_t y, uint16_t width, uint16_t height, ZelAreaFrmae_Dynamic_G6 frame,    \
+        uint8_t count
+
+namespace {
+
+ContentG6 content_g6(const DynamicAreaBaseInfo_5G &r) {
+    ContentG6 c;
+    c.kind = r.kind;
+    c.display.displayEffect = r.displayEffect;
+    c.display.pageByte2 = r.pageByte2;
+    c.display.pageByte3 = r.pageByte3;
+    c.display.pageWord4 = r.pageWord4;
+    c.display.pageByte6 = r.pageByte6;
+    c.style = unpack_style(r.style);
+    c.font = or_empty(r.fontName);
+    c.text = or_empty(r.text);
+    c.picture = or_empty(r.picturePath);
+    return c;
+}
+
+int32_t infos_g6(const Target &target, InfosForm form, ::E_ScreenColor_G56 color,
+                 uint8_t areaID, uint8_t runMode, uint16_t timeout, uint8_t allPrograms,
+                 uint16_t programCount, const uint16_t *programs, uint8_t immediate,
+                 AreaRect rect, const ZelAreaFrmae_Dynamic_G6 &frame, uint8_t count,
+                 const DynamicAreaBaseInfo_5G *const *items, const DynamicAreaBaseInfo_5G *packed,
+                 const ZelDynamicSound_G6 *sound) {
+    // No contents is found out after the ping and the frame, as the controller's tools do.
+    if (items == nullptr && packed == nullptr) count = 0;
+    InfosRequestG6 r;
+    r.areaID = areaID;
+    r.runMode = runMode;
+    r.timeout = timeout;
+    r.allPrograms = allPrograms;
+    r.programs = program_list(programCount, programs);
+    r.programsMissing = programs == nullptr;
+    r.immediate = immediate;
+    r.rect = rect;
+    r.frameFlag = frame.frameFlag;
+    std::copy(frame.frameHeader, frame.frameHeader + 5, r.frameHeader.begin());
+    r.framePng = or_empty(frame.pngPath);
+    for (uint8_t i = 0; i < count; ++i) {
+        const DynamicAreaBaseInfo_5G *item = items != nullptr ? items[i] : &packed[i];
+        if (item == nullptr) return -1;
+        r.contents.push_back(content_g6(*item));
+    }
+    if (sound != nullptr) {
+        if (sound_is_broken(*sound)) return -1;
+        r.sound = unpack_sound(*sound);
+    }
+    return guarded(-1, [&] { return add_area_infos_g6(target, form, core_color(color), r); });
+}
+
+} // namespace
+
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G(const char *pIP, uint32_t nPort,
+                                                    ZEL_INFOS_PARAMS,
+                                                    const DynamicAreaBaseInfo_5G *const *items) {
+    if (pIP == nullptr) return -1;
+    return infos_g6(tcp_target(pIP, nPort), InfosForm::Plain, color, areaID, runMode, timeout,
+                    allPrograms, programCount, programs, immediate, {x, y, width, height}, frame,
+                    count, items, nullptr, nullptr);
+}
+
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_G6_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, ZEL_INFOS_PARAMS,
+    const DynamicAreaBaseInfo_5G *const *items) {
+    if (pSerialName == nullptr) return -1;
+    return infos_g6(Target::line(pSerialName, nSpeedIndex), InfosForm::Serial, color, areaID,
+                    runMode, timeout, allPrograms, programCount, programs, immediate,
+                    {x, y, width, height}, frame, count, items, nullptr, nullptr);
+}
+
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2(const char *pIP, uint32_t nPort,
+                                                       ZEL_INFOS_PARAMS,
+                                                       const DynamicAreaBaseInfo_5G *items,
+                                                       const ZelDynamicSound_G6 *sound) {
+    if (pIP == nullptr) return -1;
+    return infos_g6(tcp_target(pIP, nPort), InfosForm::V2, color, areaID, runMode, timeout,
+                    allPrograms, programCount, programs, immediate, {x, y, width, height}, frame,
+                    count, nullptr, items, sound);
+}
+
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(const char *pSerialName,
+                                                              uint8_t nSpeedIndex,
+                                                              ZEL_INFOS_PARAMS,
+                                                              const DynamicAreaBaseInfo_5G *items) {
+    if (pSerialName == nullptr) return -1;
+    return infos_g6(Target::line(pSerialName, nSpeedIndex), InfosForm::V2Serial, color, areaID,
+                    runMode, timeout, allPrograms, programCount, programs, immediate,
+                    {x, y, width, height}, frame, count, nullptr, items, nullptr);
 }
