@@ -72,7 +72,7 @@ class DynamicRoad : public SimTest {
             kHost, port(), ZEL_SCREEN_ONE_COLOR, static_cast<uint8_t>(area), 0, 5, 1, 0, nullptr,
             0, 32, 0, 64, 32, frame, 1, 1, 1, 300, 1, style(14), test::kDejaVu, text);
     }
-    StdoutCapture m_quiet;
+
 };
 
 TEST_F(DynamicRoad, G5TextOverTcpIsShownReplacedAndDeleted) {
@@ -171,6 +171,53 @@ TEST_F(DynamicRoad, G6EntriesOverTcp) {
     ASSERT_EQ(zelDual_dynamicArea_DelAreas_6G(kHost, port(), 2, std::vector<uint8_t>{5, 6}.data()),
               0);
     EXPECT_EQ(dynamic_commands().back().data, (std::vector<uint8_t>{1, 0xA7, 1, 0, 0, 2, 5, 6}));
+}
+
+TEST_F(DynamicRoad, G6ItemListWithFrameTextAndPicture) {
+    start(kG6Type);
+    test::write_png("white.png", 60, 28, 0xFFFFFF);
+    test::write_png("strip.png", 8, 2, 0xFFFFFF); // a frame 2 pixels thick
+    DynamicAreaBaseInfo_5G infos[2];
+    std::memset(infos, 0, sizeof infos);
+    infos[0].kind = 1;
+    infos[0].displayEffect = 1;
+    infos[0].style = style(12);
+    infos[0].fontName = "DejaVu Sans";
+    infos[0].text = "6";
+    infos[1].kind = 2;
+    infos[1].displayEffect = 1;
+    infos[1].picturePath = "white.png";
+    const DynamicAreaBaseInfo_5G *items[] = {&infos[0], &infos[1]};
+    ZelAreaFrmae_Dynamic_G6 frame;
+    std::memset(&frame, 0, sizeof frame);
+    frame.frameFlag = 1;
+    frame.frameHeader[4] = 2;
+    frame.pngPath = "strip.png";
+    std::remove("testDemoLog");
+    ASSERT_EQ(zelDual_dynamicArea_AddAreaInfos_6G(kHost, port(), ZEL_SCREEN_ONE_COLOR, 4, 7, 9,
+                                                  1, 0, nullptr, 1, 0, 0, 64, 32, frame, 2, items),
+              0);
+    std::ifstream in("testDemoLog");
+    const std::string log{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    EXPECT_NE(log.find(" [TEST] [DEBUG   ] # DEMO # uWidth = 64;  uHeight = 32;  fontName = "
+                       "DejaVu Sans; \r\n\n"),
+              std::string::npos)
+        << log;
+    const auto got = dynamic_commands();
+    ASSERT_EQ(got.size(), 1u);
+    const auto decoded = sim::decode_dynamic(got[0].data, sim::DynamicFamily::G6);
+    ASSERT_TRUE(decoded.ok()) << decoded.error->what << " at " << decoded.error->offset;
+    const auto &area = decoded.command->areas.at(0);
+    EXPECT_EQ(area.g6.runMode, 7);
+    EXPECT_EQ(area.g6.timeout, 9);
+    EXPECT_EQ(area.area.width, 64); // the rectangle as given; pages rendered on 60 x 28
+    ASSERT_TRUE(area.area.frame.has_value());
+    ASSERT_EQ(area.area.pages.size(), 2u);
+    // one-colour rows on the screen's 32-pixel grid: columns 2 to 61 take two words, 28 rows
+    EXPECT_EQ(area.area.pages[0].pixels.size(), 28u * 8u);
+    EXPECT_EQ(area.area.pages[1].pixels.data(),
+              area.area.pages[0].pixels.data() + area.area.pages[0].pixels.size());
+    EXPECT_GT(lit(2, 2, 60, 28), 0);
 }
 
 TEST_F(DynamicRoad, IndependentSoundReachesTheController) {
