@@ -55,9 +55,8 @@ int32_t worker(const Target &target, InfosForm form, E_ScreenColor_G56 color,
             return ping;
         }
     }
-    const uint32_t doubleColor = form == InfosForm::V2
-                                     ? static_cast<uint32_t>(g_dualPixel.load())
-                                     : kItemListDoubleColor;
+    const uint32_t doubleColor =
+        form == InfosForm::V2 ? static_cast<uint32_t>(g_dualPixel.load()) : kItemListDoubleColor;
     setScreenParams_G56(color, controllerType, doubleColor);
 
     // The frame takes its thickness off every side of the room the pages are rendered for.

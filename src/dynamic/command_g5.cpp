@@ -29,7 +29,11 @@ std::vector<uint8_t> build_add_g5(const AddHeadG5 &head, std::span<const Rendere
     write_head(w, kCodeAddArea);
     const std::size_t lengthAt = w.size();
     w.u32(0);
-    w.u8(head.headByte0).u8(head.headByte1).u16(head.headWord).u8(head.listFlag).u16(head.listCount);
+    w.u8(head.headByte0)
+        .u8(head.headByte1)
+        .u16(head.headWord)
+        .u8(head.listFlag)
+        .u16(head.listCount);
     if (withList) {
         for (uint16_t i = 0; i < head.listCount; ++i) {
             w.u16(i < head.listWords.size() ? head.listWords[i] : 0);
@@ -39,7 +43,8 @@ std::vector<uint8_t> build_add_g5(const AddHeadG5 &head, std::span<const Rendere
     w.u16(head.rect.x).u16(head.rect.y).u16(head.rect.width).u16(head.rect.height);
     w.u8(0); // the frame flag: a G5 dynamic area never carries a frame
     uint16_t pageCount = 0;
-    for (const RenderedPages &c : contents) pageCount = static_cast<uint16_t>(pageCount + c.pages.size());
+    for (const RenderedPages &c : contents)
+        pageCount = static_cast<uint16_t>(pageCount + c.pages.size());
     w.u16(pageCount);
     for (const RenderedPages &c : contents) {
         const std::size_t n = c.pages.size();

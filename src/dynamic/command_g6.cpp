@@ -46,7 +46,8 @@ uint32_t DynamicAreaItem_6G::itemLen() const {
 
 uint32_t DynamicAreaItem_6G::pixel_total() const {
     uint32_t total = 0;
-    for (const auto &p : pixels) total += static_cast<uint32_t>(p.size());
+    for (const auto &p : pixels)
+        total += static_cast<uint32_t>(p.size());
     return total;
 }
 
@@ -54,7 +55,8 @@ void DynamicAreaItem_6G::write_block(std::vector<uint8_t> &out, bool withFrame) 
     ByteWriter w;
     w.u32(itemLen()).u8(areaID).u8(runMode).u16(timeout).u8(allPrograms).u16(programCount);
     if (lists_programs(*this)) {
-        for (uint16_t i = 0; i < programCount; ++i) w.u16(i < programs.size() ? programs[i] : 0);
+        for (uint16_t i = 0; i < programCount; ++i)
+            w.u16(i < programs.size() ? programs[i] : 0);
     }
     w.u8(immediate).u32(0).u8(kDynamicAreaKind);
     w.u16(rect.x).u16(rect.y).u16(rect.width).u16(rect.height);
@@ -66,7 +68,8 @@ void DynamicAreaItem_6G::write_block(std::vector<uint8_t> &out, bool withFrame) 
     w.u8(0).u8(0).u8(0).u8(hasSound);
     if (hasSound != 0) w.bytes(sound_block(sound));
     w.zeros(5).u16(pageCount);
-    for (const auto &record : pageRecords) w.bytes(record.data(), record.size());
+    for (const auto &record : pageRecords)
+        w.bytes(record.data(), record.size());
     const std::vector<uint8_t> &bytes = w.data();
     out.insert(out.end(), bytes.begin(), bytes.end());
 }
@@ -179,7 +182,8 @@ std::vector<uint8_t> DynamicAreaCommand_6G::serialise_whole() const {
     std::vector<uint8_t> out = w.take();
     for (const auto &item : m_items) {
         item->write_block(out, true);
-        for (const auto &p : item->pixels) out.insert(out.end(), p.begin(), p.end());
+        for (const auto &p : item->pixels)
+            out.insert(out.end(), p.begin(), p.end());
     }
     return out;
 }
@@ -189,9 +193,11 @@ std::vector<uint8_t> DynamicAreaCommand_6G::serialise_split() const {
     write_head(w, kCodeAddArea);
     w.u16(static_cast<uint16_t>(m_items.size()));
     std::vector<uint8_t> out = w.take();
-    for (const auto &item : m_items) item->write_block(out, false);
+    for (const auto &item : m_items)
+        item->write_block(out, false);
     for (const auto &item : m_items) {
-        for (const auto &p : item->pixels) out.insert(out.end(), p.begin(), p.end());
+        for (const auto &p : item->pixels)
+            out.insert(out.end(), p.begin(), p.end());
     }
     return out;
 }

@@ -86,8 +86,7 @@ class DynamicAreaCommand_6G {
     // with the programs listed (all when the list is empty) and not at once. With a sound
     // record whose byte 0 is 1 the area carries the sound. 0; -1 with " 区域ID??d 已存在！\n" when
     // the number is taken.
-    int32_t add_item(uint8_t areaID, const AreaRect &rect,
-                     const DynamicSound *sound = nullptr);
+    int32_t add_item(uint8_t areaID, const AreaRect &rect, const DynamicSound *sound = nullptr);
     int32_t add_item_with_programs(uint8_t areaID, const AreaRect &rect,
                                    const ProgramList &programs,
                                    const DynamicSound *sound = nullptr);

@@ -23,8 +23,7 @@ bool learn_type(const Target &target, FormG6 form, OpenPeer &line, uint16_t &con
             form == FormG6::TxtDetails
                 ? "oSerialClient.init error! pSerialPort=%s, nSerialPortValueIndex=%d, err=%d"
                 : "oSerialClient.init error! pSerialName=%s, nBaudRateIndex=%d, err=%d";
-        log_locked(kLogError, format, target.portName.c_str(), target.speedIndex,
-                   line.initResult);
+        log_locked(kLogError, format, target.portName.c_str(), target.speedIndex, line.initResult);
         failure = -1;
         return false;
     }
@@ -124,9 +123,8 @@ int32_t add_area_g6(const Target &target, FormG6 form, E_ScreenColor_G56 color,
     return form == FormG6::Txt ? result : narrow16(result);
 }
 
-int32_t add_set_g6(const Target &target, bool pictures, bool withPrograms,
-                   E_ScreenColor_G56 color, std::span<const AreaRequestG6> areas,
-                   const ProgramList &programs) {
+int32_t add_set_g6(const Target &target, bool pictures, bool withPrograms, E_ScreenColor_G56 color,
+                   std::span<const AreaRequestG6> areas, const ProgramList &programs) {
     DynamicAreaCommand_6G command;
     OpenPeer line;
     uint16_t controllerType = 0;
@@ -140,10 +138,9 @@ int32_t add_set_g6(const Target &target, bool pictures, bool withPrograms,
         std::unique_ptr<DynamicAreaLockGuard> lock;
         if (withPrograms && !pictures) lock = std::make_unique<DynamicAreaLockGuard>();
         const RenderedG6 rendered = render_g6(area.rect, area.content);
-        int32_t result = withPrograms
-                             ? command.add_item_with_programs(area.areaID, area.rect, programs,
-                                                              &area.sound)
-                             : command.add_item(area.areaID, area.rect, &area.sound);
+        int32_t result = withPrograms ? command.add_item_with_programs(area.areaID, area.rect,
+                                                                       programs, &area.sound)
+                                      : command.add_item(area.areaID, area.rect, &area.sound);
         if (result == 0) {
             result = command.add_pages(area.areaID, area.content.display, rendered.pages,
                                        rendered.lastPageWidth);

@@ -37,9 +37,8 @@ int32_t add_area_g6(const Target &target, FormG6 form, E_ScreenColor_G56 color,
 
 // Several areas in one command (layout B). A failed element, such as a repeated area number,
 // sends nothing and gives -1. `withPrograms` shows every area with `programs`.
-int32_t add_set_g6(const Target &target, bool pictures, bool withPrograms,
-                   E_ScreenColor_G56 color, std::span<const AreaRequestG6> areas,
-                   const ProgramList &programs);
+int32_t add_set_g6(const Target &target, bool pictures, bool withPrograms, E_ScreenColor_G56 color,
+                   std::span<const AreaRequestG6> areas, const ProgramList &programs);
 
 // Independent sound over TCP; the connect's result shows in the exchange, which always takes
 // the heap path.

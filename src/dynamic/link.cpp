@@ -30,8 +30,7 @@ int32_t exchange(KOR_command &peer, const std::vector<uint8_t> &data, bool alway
                                      static_cast<uint16_t>(data.size()), answer.data(), capacity);
     }
     return peer.send_recv_cmd_1K_large(kGroupDynamic, kCodeAddArea, data.data(),
-                                       static_cast<uint32_t>(data.size()), answer.data(),
-                                       capacity);
+                                       static_cast<uint32_t>(data.size()), answer.data(), capacity);
 }
 
 OpenPeer open_peer(const Target &target) {

@@ -22,9 +22,7 @@ struct Target {
     std::string portName; // serial
     int32_t speedIndex = 0;
 
-    static Target tcp(const char *address, uint16_t port) {
-        return {false, address, port, {}, 0};
-    }
+    static Target tcp(const char *address, uint16_t port) { return {false, address, port, {}, 0}; }
     static Target line(const char *portName, int32_t speedIndex) {
         return {true, {}, 0, portName, speedIndex};
     }

@@ -82,8 +82,8 @@ AddHeadG5 head_g5(uint8_t headByte0, uint8_t headByte1, uint16_t headWord, uint8
     return h;
 }
 
-PageEffects effects(uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3,
-                    uint16_t pageWord4, uint8_t pageByte6) {
+PageEffects effects(uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3, uint16_t pageWord4,
+                    uint8_t pageByte6) {
     return {displayEffect, pageByte2, pageByte3, pageWord4, pageByte6};
 }
 
@@ -104,7 +104,8 @@ Target tcp_target(const char *address, uint32_t port) {
 
 int32_t add_g5(const Target &target, AddFormG5 form, ::E_ScreenColor_G56 color,
                const AddHeadG5 &head, std::vector<ContentG5> contents) {
-    return guarded(-1, [&] { return add_area_g5(target, form, core_color(color), head, contents); });
+    return guarded(-1,
+                   [&] { return add_area_g5(target, form, core_color(color), head, contents); });
 }
 
 bool target_given(const char *name) {
@@ -113,8 +114,7 @@ bool target_given(const char *name) {
 
 // The item-list entries print the first item before anything else is looked at.
 void print_items_intro(uint8_t count, const DynamicAreaBaseInfo_5G *first) {
-    console_printf(
-        "===============zelDual_dynamicArea_AddAreaInfos_5G=======================\r\n");
+    console_printf("===============zelDual_dynamicArea_AddAreaInfos_5G=======================\r\n");
     if (count == 0 || first == nullptr) return;
     if (first->kind == kContentText) {
         console_printf("fontName=%s;\r\nstrAreaTxtContent=%s;\r\n", or_empty(first->fontName),
@@ -196,9 +196,8 @@ int32_t delete_g6(const Target &target, uint8_t areaID) {
 
 int32_t delete_many(const Target &target, uint8_t count, const uint8_t *numbers) {
     if (numbers == nullptr) return -1;
-    return guarded(-1, [&] {
-        return delete_areas(target, std::span<const uint8_t>(numbers, count));
-    });
+    return guarded(-1,
+                   [&] { return delete_areas(target, std::span<const uint8_t>(numbers, count)); });
 }
 
 int32_t set(const Target &target, bool pictures, ::E_ScreenColor_G56 color, uint8_t count,
@@ -211,9 +210,9 @@ int32_t set(const Target &target, bool pictures, ::E_ScreenColor_G56 color, uint
         if (sound_is_broken(item.area.sound)) return -1;
         const AreaRect rect{item.area.AreaX, item.area.AreaY, item.area.AreaWidth,
                             item.area.AreaHeight};
-        AreaRequestG6 r = pictures ? picture_request(item.areaID, rect, item.page, item.content)
-                                   : text_request(item.areaID, item.area, item.page, item.font,
-                                                  item.content);
+        AreaRequestG6 r =
+            pictures ? picture_request(item.areaID, rect, item.page, item.content)
+                     : text_request(item.areaID, item.area, item.page, item.font, item.content);
         r.sound = unpack_sound(item.area.sound);
         areas.push_back(std::move(r));
     }
@@ -283,14 +282,16 @@ int32_t items_g5(const Target &target, ::E_ScreenColor_G56 color, const AddHeadG
 
 } // namespace
 
-ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G(
-    const char *pIP, uint16_t nPort, ZEL_G5_HEAD_PARAMS, ZelFrameHeader_G5 frame,
-    uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3, uint16_t pageWord4,
-    uint8_t pageByte6, ZelTextStyleRecord style, const char *font, const char *text) {
+ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G(const char *pIP, uint16_t nPort,
+                                                      ZEL_G5_HEAD_PARAMS, ZelFrameHeader_G5 frame,
+                                                      uint8_t displayEffect, uint8_t pageByte2,
+                                                      uint8_t pageByte3, uint16_t pageWord4,
+                                                      uint8_t pageByte6, ZelTextStyleRecord style,
+                                                      const char *font, const char *text) {
     if (!target_given(pIP)) return -1;
     return text_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style,
-                   font, text);
+                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style, font,
+                   text);
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(
@@ -299,8 +300,8 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(
     uint8_t pageByte6, ZelTextStyleRecord style, const char *font, const char *text) {
     if (!target_given(pSerialName)) return -1;
     return text_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style,
-                   font, text);
+                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style, font,
+                   text);
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G(
@@ -309,8 +310,8 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G(
     uint8_t pageByte6, const ZelTextStyleRecord *style, const char *font, const char *text) {
     if (!target_given(pIP) || frame == nullptr || style == nullptr) return -1;
     return text_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(*frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style,
-                   font, text);
+                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style, font,
+                   text);
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G_Serial(
@@ -320,8 +321,8 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G_Serial(
     const char *text) {
     if (!target_given(pSerialName) || frame == nullptr || style == nullptr) return -1;
     return text_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(*frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style,
-                   font, text);
+                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style, font,
+                   text);
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G(const char *pIP, uint16_t nPort,
@@ -355,8 +356,8 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Serial(
     const char *pSerialName, uint8_t nSpeedIndex, ZEL_G5_HEAD_PARAMS, ZelFrameHeader_G5 frame,
     uint8_t count, const DynamicAreaBaseInfo_5G *const *items) {
     if (!target_given(pSerialName)) return -1;
-    return items_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame), count,
-                    items, nullptr);
+    return items_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame), count, items,
+                    nullptr);
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Point(const char *pIP, uint16_t nPort,
@@ -367,8 +368,7 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Point(const char *pIP, uint1
     return items_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame), count, nullptr, items);
 }
 
-ZEL_API int32_t zelDual_dynamicArea_DelArea_5G(const char *pIP, uint16_t nPort,
-                                               int8_t areaNumber) {
+ZEL_API int32_t zelDual_dynamicArea_DelArea_5G(const char *pIP, uint16_t nPort, int8_t areaNumber) {
     if (!target_given(pIP)) return -1;
     return guarded(-1, [&] { return delete_area(Target::tcp(pIP, nPort), areaNumber); });
 }
@@ -379,17 +379,15 @@ ZEL_API int32_t zelDual_dynamicArea_DelAreaS_5G(const char *pIP, uint16_t nPort,
     return delete_many(Target::tcp(pIP, nPort), count, areaNumbers);
 }
 
-ZEL_API int32_t zelDual_dynamicArea_DelArea_G5_Serial(const char *pSerialName,
-                                                      uint8_t nSpeedIndex, int8_t areaNumber) {
+ZEL_API int32_t zelDual_dynamicArea_DelArea_G5_Serial(const char *pSerialName, uint8_t nSpeedIndex,
+                                                      int8_t areaNumber) {
     if (!two_speeds(pSerialName, nSpeedIndex)) return -1;
-    return guarded(-1, [&] {
-        return delete_area(Target::line(pSerialName, nSpeedIndex), areaNumber);
-    });
+    return guarded(-1,
+                   [&] { return delete_area(Target::line(pSerialName, nSpeedIndex), areaNumber); });
 }
 
-ZEL_API int32_t zelDual_dynamicArea_DelAreaS_G5_Serial(const char *pSerialName,
-                                                       uint8_t nSpeedIndex, uint8_t count,
-                                                       const uint8_t *areaNumbers) {
+ZEL_API int32_t zelDual_dynamicArea_DelAreaS_G5_Serial(const char *pSerialName, uint8_t nSpeedIndex,
+                                                       uint8_t count, const uint8_t *areaNumbers) {
     if (!two_speeds(pSerialName, nSpeedIndex)) return -1;
     return delete_many(Target::line(pSerialName, nSpeedIndex), count, areaNumbers);
 }
@@ -424,8 +422,7 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaTxt_6G(const char *pIP, uint32_t nPor
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_6G(const char *pIP, uint32_t nPort,
-                                                         ::E_ScreenColor_G56 color,
-                                                         uint8_t areaID,
+                                                         ::E_ScreenColor_G56 color, uint8_t areaID,
                                                          const ZelDynamicAreaParams_G6 *area,
                                                          const TextPageParams_G6 *page,
                                                          const char *font, const char *text) {
@@ -439,8 +436,8 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(
     const ZelDynamicAreaParams_G6 *area, const TextPageParams_G6 *page, const char *font,
     const char *text) {
     if (!two_speeds(pSerialName, nSpeedIndex)) return -1;
-    return details(Target::line(pSerialName, nSpeedIndex), FormG6::TxtDetails, color, areaID,
-                   area, page, font, text, {});
+    return details(Target::line(pSerialName, nSpeedIndex), FormG6::TxtDetails, color, areaID, area,
+                   page, font, text, {});
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_WithProgram_6G(
@@ -448,8 +445,8 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_WithProgram_6G(
     const ZelDynamicAreaParams_G6 *area, const TextPageParams_G6 *page, const char *font,
     const char *text, uint16_t programCount, const uint16_t *programs) {
     if (!tcp_ok(pIP, nPort) || !programs_ok(programCount, programs)) return -1;
-    return details(tcp_target(pIP, nPort), FormG6::TxtDetailsWithProgram, color, areaID, area,
-                   page, font, text, program_list(programCount, programs));
+    return details(tcp_target(pIP, nPort), FormG6::TxtDetailsWithProgram, color, areaID, area, page,
+                   font, text, program_list(programCount, programs));
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_WithProgram_6G_Serial(
@@ -467,17 +464,14 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaPic_6G(const char *pIP, uint32_t nPor
                                                   uint16_t height, const TextPageParams_G6 *page,
                                                   const char *path) {
     if (!tcp_ok(pIP, nPort)) return -1;
-    return picture(tcp_target(pIP, nPort), FormG6::Pic, color, areaID, {x, y, width, height},
-                   page, path, {});
+    return picture(tcp_target(pIP, nPort), FormG6::Pic, color, areaID, {x, y, width, height}, page,
+                   path, {});
 }
 
-ZEL_API int32_t zelDual_dynamicArea_AddAreaPic_6G_Serial(const char *pSerialName,
-                                                         uint8_t nSpeedIndex,
-                                                         ::E_ScreenColor_G56 color,
-                                                         uint8_t areaID, uint16_t x, uint16_t y,
-                                                         uint16_t width, uint16_t height,
-                                                         const TextPageParams_G6 *page,
-                                                         const char *path) {
+ZEL_API int32_t zelDual_dynamicArea_AddAreaPic_6G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, ::E_ScreenColor_G56 color, uint8_t areaID,
+    uint16_t x, uint16_t y, uint16_t width, uint16_t height, const TextPageParams_G6 *page,
+    const char *path) {
     if (!any_speed(pSerialName, nSpeedIndex)) return -1;
     return picture(Target::line(pSerialName, nSpeedIndex), FormG6::Pic, color, areaID,
                    {x, y, width, height}, page, path, {});
@@ -512,15 +506,14 @@ ZEL_API int32_t zelDual_dynamicArea_DelAreas_6G(const char *pIP, uint32_t nPort,
     return delete_many(tcp_target(pIP, nPort), count, areaIDs);
 }
 
-ZEL_API int32_t zelDual_dynamicArea_DelArea_6G_Serial(const char *pSerialName,
-                                                      uint8_t nSpeedIndex, uint8_t areaID) {
+ZEL_API int32_t zelDual_dynamicArea_DelArea_6G_Serial(const char *pSerialName, uint8_t nSpeedIndex,
+                                                      uint8_t areaID) {
     if (!two_speeds(pSerialName, nSpeedIndex)) return -1;
     return delete_g6(Target::line(pSerialName, nSpeedIndex), areaID);
 }
 
-ZEL_API int32_t zelDual_dynamicArea_DelAreas_6G_Serial(const char *pSerialName,
-                                                       uint8_t nSpeedIndex, uint8_t count,
-                                                       const uint8_t *areaIDs) {
+ZEL_API int32_t zelDual_dynamicArea_DelAreas_6G_Serial(const char *pSerialName, uint8_t nSpeedIndex,
+                                                       uint8_t count, const uint8_t *areaIDs) {
     if (!two_speeds(pSerialName, nSpeedIndex)) return -1;
     return delete_many(Target::line(pSerialName, nSpeedIndex), count, areaIDs);
 }
@@ -568,8 +561,7 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_6G(const char *pIP, uint32_t nPo
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_6G_Serial(const char *pSerialName,
                                                           uint8_t nSpeedIndex,
-                                                          ::E_ScreenColor_G56 color,
-                                                          uint8_t count,
+                                                          ::E_ScreenColor_G56 color, uint8_t count,
                                                           const ZelDynamicAreaSetItem_G6 *items) {
     if (!any_speed(pSerialName, nSpeedIndex)) return -1;
     return set(Target::line(pSerialName, nSpeedIndex), true, color, count, items, nullptr);
@@ -644,10 +636,10 @@ ContentG6 content_g6(const DynamicAreaBaseInfo_5G &r) {
     return c;
 }
 
-int32_t infos_g6(const Target &target, InfosForm form, ::E_ScreenColor_G56 color,
-                 uint8_t areaID, uint8_t runMode, uint16_t timeout, uint8_t allPrograms,
-                 uint16_t programCount, const uint16_t *programs, uint8_t immediate,
-                 AreaRect rect, const ZelAreaFrmae_Dynamic_G6 &frame, uint8_t count,
+int32_t infos_g6(const Target &target, InfosForm form, ::E_ScreenColor_G56 color, uint8_t areaID,
+                 uint8_t runMode, uint16_t timeout, uint8_t allPrograms, uint16_t programCount,
+                 const uint16_t *programs, uint8_t immediate, AreaRect rect,
+                 const ZelAreaFrmae_Dynamic_G6 &frame, uint8_t count,
                  const DynamicAreaBaseInfo_5G *const *items, const DynamicAreaBaseInfo_5G *packed,
                  const ZelDynamicSound_G6 *sound) {
     // No contents is found out after the ping and the frame, as the controller's tools do.
@@ -707,8 +699,7 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2(const char *pIP, uint32_t
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(const char *pSerialName,
-                                                              uint8_t nSpeedIndex,
-                                                              ZEL_INFOS_PARAMS,
+                                                              uint8_t nSpeedIndex, ZEL_INFOS_PARAMS,
                                                               const DynamicAreaBaseInfo_5G *items) {
     if (pSerialName == nullptr) return -1;
     return infos_g6(Target::line(pSerialName, nSpeedIndex), InfosForm::V2Serial, color, areaID,

@@ -24,7 +24,8 @@ RenderedPages pages_of(std::vector<std::size_t> sizes, uint8_t effect, uint16_t 
     RenderedPages r;
     r.effects.displayEffect = effect;
     uint8_t fill = 0xA1;
-    for (std::size_t n : sizes) r.pages.emplace_back(n, fill++);
+    for (std::size_t n : sizes)
+        r.pages.emplace_back(n, fill++);
     r.lastPageWidth = lastWidth;
     return r;
 }
@@ -187,7 +188,9 @@ TEST(DynamicCommandG6, LayoutBPutsAllBlocksFirstAndCountsOffsetsAcrossAreas) {
     DynamicAreaCommand_6G cmd;
     ASSERT_EQ(cmd.add_item(1, {}), 0);
     ASSERT_EQ(cmd.add_item(2, {}), 0);
-    ASSERT_EQ(cmd.add_pages(1, header_g6(0x26), {std::vector<uint8_t>(5, 1), std::vector<uint8_t>(3, 2)}, 9), 0);
+    ASSERT_EQ(cmd.add_pages(1, header_g6(0x26),
+                            {std::vector<uint8_t>(5, 1), std::vector<uint8_t>(3, 2)}, 9),
+              0);
     ASSERT_EQ(cmd.add_pages(2, header_g6(1), {std::vector<uint8_t>(2, 3)}, 9), 0);
     const auto b = cmd.serialise_split();
     ASSERT_EQ(b.size(), 7u + 97u + 67u + 10u);

@@ -103,23 +103,21 @@ TEST(DynamicSerialEntries, SpeedIndexTestsAndInitFailureLines) {
         {"AddAreaWithTxt_5G_Serial",
          [&](uint8_t s) {
              return zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(kNoLine, s, c, 1, 0, 5, 1, 0,
-                                                                 nullptr, 0, 0, 0, 64, 32, frame,
-                                                                 1, 1, 1, 300, 1, style, kDejaVu,
-                                                                 "1");
+                                                                 nullptr, 0, 0, 0, 64, 32, frame, 1,
+                                                                 1, 1, 300, 1, style, kDejaVu, "1");
          },
          3, "oSerialClient.init error! pSerialName=/nonexistent/ttyZEL, nSpeedIndex=3, err=-1"},
         {"AddAreaWithPic_5G_Serial",
          [&](uint8_t s) {
              return zelDual_dynamicArea_AddAreaWithPic_5G_Serial(kNoLine, s, c, 1, 0, 5, 1, 0,
-                                                                 nullptr, 0, 0, 0, 64, 32, frame,
-                                                                 1, 1, 1, 300, 1, "x.png");
+                                                                 nullptr, 0, 0, 0, 64, 32, frame, 1,
+                                                                 1, 1, 300, 1, "x.png");
          },
          2, "oSerialClient.init error! pSerialName=/nonexistent/ttyZEL, nBaundIndex=2, err=-1"},
         {"AddAreaInfos_G6_Serial",
          [&](uint8_t s) {
-             return zelDual_dynamicArea_AddAreaInfos_G6_Serial(kNoLine, s, c, 1, 0, 5, 1, 0,
-                                                               nullptr, 1, 0, 0, 64, 32, noFrame,
-                                                               1, infos);
+             return zelDual_dynamicArea_AddAreaInfos_G6_Serial(
+                 kNoLine, s, c, 1, 0, 5, 1, 0, nullptr, 1, 0, 0, 64, 32, noFrame, 1, infos);
          },
          1,
          "oSerialClient.init error! pCharsCOMPort=/nonexistent/ttyZEL, "
@@ -148,22 +146,22 @@ TEST(DynamicEntries, ArgumentsRefusedBeforeAnyTraffic) {
     ZelDynamicAreaParams_G6 area;
     std::memset(&area, 0, sizeof area);
     const uint16_t programs[1] = {1};
-    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxt_6G("127.0.0.1", 1023, ZEL_SCREEN_ONE_COLOR, 1, 0, 0,
-                                                8, 8, kDejaVu, 9, "1"),
+    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxt_6G("127.0.0.1", 1023, ZEL_SCREEN_ONE_COLOR, 1, 0, 0, 8,
+                                                8, kDejaVu, 9, "1"),
               -1);
-    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxt_6G("127.0.0.1", 5005, ZEL_SCREEN_ONE_COLOR, 1, 0, 0,
-                                                8, 8, nullptr, 9, "1"),
+    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxt_6G("127.0.0.1", 5005, ZEL_SCREEN_ONE_COLOR, 1, 0, 0, 8,
+                                                8, nullptr, 9, "1"),
               -1);
-    EXPECT_EQ(zelDual_dynamicArea_AddAreaPic_WithProgram_6G("127.0.0.1", 5005,
-                                                            ZEL_SCREEN_ONE_COLOR, 1, 0, 0, 8, 8,
-                                                            &page, "x.png", 513, programs),
+    EXPECT_EQ(zelDual_dynamicArea_AddAreaPic_WithProgram_6G("127.0.0.1", 5005, ZEL_SCREEN_ONE_COLOR,
+                                                            1, 0, 0, 8, 8, &page, "x.png", 513,
+                                                            programs),
               -1);
     EXPECT_EQ(zelDual_dynamicArea_DelArea_6G("127.0.0.1", 1023, 1), -1);
     EXPECT_EQ(zelDual_dynamicArea_DelArea_5G("127.0.0.1", 5005, 65), -1);
     EXPECT_EQ(zelDual_dynamicArea_DelAreas_6G("127.0.0.1", 5005, 1, nullptr), -1);
-    EXPECT_EQ(zelDual_dynamicAreaS_AddAreaPic_6G("127.0.0.1", 5005, ZEL_SCREEN_ONE_COLOR, 0,
-                                                 nullptr),
-              -1);
+    EXPECT_EQ(
+        zelDual_dynamicAreaS_AddAreaPic_6G("127.0.0.1", 5005, ZEL_SCREEN_ONE_COLOR, 0, nullptr),
+        -1);
     EXPECT_EQ(zelDual_dynamicAreaS_AddTxtDetails_WithProgram_6G(
                   "127.0.0.1", 5005, ZEL_SCREEN_ONE_COLOR, 1, nullptr, 2, nullptr),
               -1);

@@ -69,10 +69,9 @@ class DynamicRoad : public SimTest {
     int add_text_g5(int8_t area, const char *text) {
         const ZelFrameHeader_G5 frame{1, 2, 3, 4, 5, 6};
         return zelDual_dynamicArea_AddAreaWithTxt_5G(
-            kHost, port(), ZEL_SCREEN_ONE_COLOR, static_cast<uint8_t>(area), 0, 5, 1, 0, nullptr,
-            0, 32, 0, 64, 32, frame, 1, 1, 1, 300, 1, style(14), test::kDejaVu, text);
+            kHost, port(), ZEL_SCREEN_ONE_COLOR, static_cast<uint8_t>(area), 0, 5, 1, 0, nullptr, 0,
+            32, 0, 64, 32, frame, 1, 1, 1, 300, 1, style(14), test::kDejaVu, text);
     }
-
 };
 
 TEST_F(DynamicRoad, G5TextOverTcpIsShownReplacedAndDeleted) {
@@ -107,8 +106,8 @@ TEST_F(DynamicRoad, G5TextOverTcpIsShownReplacedAndDeleted) {
 
 TEST_F(DynamicRoad, G6EntriesOverTcp) {
     start(kG6Type);
-    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxt_6G(kHost, 1023, ZEL_SCREEN_ONE_COLOR, 1, 0, 0, 64,
-                                                32, test::kDejaVu, 12, "7"),
+    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxt_6G(kHost, 1023, ZEL_SCREEN_ONE_COLOR, 1, 0, 0, 64, 32,
+                                                test::kDejaVu, 12, "7"),
               -1);
     EXPECT_TRUE(sim().requests().empty()); // refused before any traffic
 
@@ -128,10 +127,9 @@ TEST_F(DynamicRoad, G6EntriesOverTcp) {
                   kHost, port(), ZEL_SCREEN_ONE_COLOR, 3, &params, &page,
                   "/USR/SHARE/FONTS/TRUETYPE/DEJAVU/DEJAVUSANS.TTF", "8", 3, programs),
               0); // a path that only the lower-case test sees as a file: rendered, still 0
-    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxtDetails_WithProgram_6G(kHost, port(),
-                                                                   ZEL_SCREEN_ONE_COLOR, 3,
-                                                                   &params, &page, test::kDejaVu,
-                                                                   "8", 513, programs),
+    EXPECT_EQ(zelDual_dynamicArea_AddAreaTxtDetails_WithProgram_6G(
+                  kHost, port(), ZEL_SCREEN_ONE_COLOR, 3, &params, &page, test::kDejaVu, "8", 513,
+                  programs),
               -1);
     auto got = dynamic_commands();
     ASSERT_EQ(got.size(), 2u);
@@ -194,8 +192,8 @@ TEST_F(DynamicRoad, G6ItemListWithFrameTextAndPicture) {
     frame.frameHeader[4] = 2;
     frame.pngPath = "strip.png";
     std::remove("testDemoLog");
-    ASSERT_EQ(zelDual_dynamicArea_AddAreaInfos_6G(kHost, port(), ZEL_SCREEN_ONE_COLOR, 4, 7, 9,
-                                                  1, 0, nullptr, 1, 0, 0, 64, 32, frame, 2, items),
+    ASSERT_EQ(zelDual_dynamicArea_AddAreaInfos_6G(kHost, port(), ZEL_SCREEN_ONE_COLOR, 4, 7, 9, 1,
+                                                  0, nullptr, 1, 0, 0, 64, 32, frame, 2, items),
               0);
     std::ifstream in("testDemoLog");
     const std::string log{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};

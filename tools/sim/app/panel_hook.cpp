@@ -82,8 +82,7 @@ void install_live_areas(Simulator &sim, const PanelOptions &options,
             *options.log << "panel: " << live->areas.size() << " dynamic areas over "
                          << (live->programPanel.empty() ? std::string("no program")
                                                         : live->programPanel)
-                         << (written ? "; " + path : std::string("; nothing written"))
-                         << std::endl;
+                         << (written ? "; " + path : std::string("; nothing written")) << std::endl;
         }
     });
 }
@@ -104,7 +103,7 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
     std::filesystem::create_directories(options.folder, ec);
     auto pairs = std::make_shared<G6Pairs>();
     sim.set_file_written_hook([&sim, options, pairs, live](uint8_t space, const std::string &name,
-                                                     const std::vector<uint8_t> &content) {
+                                                           const std::vector<uint8_t> &content) {
         // Only the ordinary file space holds program files.
         if (space != 0) return;
         const uint16_t type = sim.controller_type();

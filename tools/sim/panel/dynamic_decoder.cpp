@@ -39,7 +39,8 @@ class Cursor {
     uint32_t u32(const char *what) {
         need(4, what);
         uint32_t v = 0;
-        for (std::size_t i = 0; i < 4; ++i) v |= static_cast<uint32_t>(m_data[m_pos + i]) << (8 * i);
+        for (std::size_t i = 0; i < 4; ++i)
+            v |= static_cast<uint32_t>(m_data[m_pos + i]) << (8 * i);
         m_pos += 4;
         return v;
     }
@@ -77,7 +78,8 @@ DecodedDynamic read_add_g5(std::span<const uint8_t> data) {
     a.g5.listFlag = c.u8("the list flag");
     const uint16_t listCount = c.u16("the list count");
     if (a.g5.listFlag == 0) {
-        for (uint16_t i = 0; i < listCount; ++i) a.g5.listWords.push_back(c.u16("the list"));
+        for (uint16_t i = 0; i < listCount; ++i)
+            a.g5.listWords.push_back(c.u16("the list"));
     }
     a.g5.playByte = c.u8("the play byte");
     c.u32("the reserved word");
@@ -139,8 +141,8 @@ void read_block_tail(Cursor &c, std::size_t end, BlockG6 &b) {
         b.area.area.pages.push_back(page);
     }
     if (c.pos() != end) {
-        throw Malformed{c.pos(), "the area block ends " + std::to_string(end) +
-                                     " by its itemLen, not here"};
+        throw Malformed{c.pos(),
+                        "the area block ends " + std::to_string(end) + " by its itemLen, not here"};
     }
 }
 
@@ -158,7 +160,8 @@ BlockG6 read_block_g6(std::span<const uint8_t> data, std::size_t at, bool withFr
     h.allPrograms = c.u8("an area block");
     h.programCount = c.u16("an area block");
     if (h.allPrograms == 0) {
-        for (uint16_t i = 0; i < h.programCount; ++i) h.programs.push_back(c.u16("the programs"));
+        for (uint16_t i = 0; i < h.programCount; ++i)
+            h.programs.push_back(c.u16("the programs"));
     }
     h.immediate = c.u8("an area block");
     c.u32("an area block");
@@ -205,7 +208,8 @@ void attach_pixels(std::span<const uint8_t> data, std::size_t base, std::size_t 
                                 std::to_string(expected)};
         }
         if (base + offset + length > data.size()) {
-            throw Malformed{b.area.area.pages[p].offset + 22, "a page's pixels run past the command"};
+            throw Malformed{b.area.area.pages[p].offset + 22,
+                            "a page's pixels run past the command"};
         }
         b.area.area.pages[p].pixels = data.subspan(base + offset, length);
         expected += length;
@@ -245,8 +249,8 @@ DecodedDynamic read_add_g6(std::span<const uint8_t> data, bool split) {
     for (BlockG6 &b : blocks) {
         for (const DecodedDynamicArea &seen : out.areas) {
             if (seen.areaID == b.area.areaID) {
-                throw Malformed{b.area.area.offset, "area " + std::to_string(b.area.areaID) +
-                                                        " comes twice"};
+                throw Malformed{b.area.area.offset,
+                                "area " + std::to_string(b.area.areaID) + " comes twice"};
             }
         }
         out.areas.push_back(std::move(b.area));

@@ -22,7 +22,8 @@ std::optional<DecodeError> LiveAreas::apply(std::span<const uint8_t> data, Dynam
         if (command.deleteAll) {
             m_areas.clear();
         } else {
-            for (const uint8_t id : command.deleted) m_areas.erase(id);
+            for (const uint8_t id : command.deleted)
+                m_areas.erase(id);
         }
         break;
     case DecodedDynamic::Kind::SoundUpdate:
@@ -34,7 +35,8 @@ std::optional<DecodeError> LiveAreas::apply(std::span<const uint8_t> data, Dynam
 
 std::vector<uint8_t> LiveAreas::numbers() const {
     std::vector<uint8_t> out;
-    for (const auto &[id, live] : m_areas) out.push_back(id);
+    for (const auto &[id, live] : m_areas)
+        out.push_back(id);
     return out;
 }
 
@@ -44,7 +46,8 @@ const DecodedDynamicArea *LiveAreas::find(uint8_t areaID) const {
 }
 
 void LiveAreas::paint(Rgb &canvas, const ScreenMode &mode) const {
-    for (const auto &[id, live] : m_areas) paint_area_page(canvas, mode, live.area.area, 0);
+    for (const auto &[id, live] : m_areas)
+        paint_area_page(canvas, mode, live.area.area, 0);
 }
 
 std::optional<Rgb> read_png(const std::string &path) {
@@ -59,7 +62,8 @@ std::optional<Rgb> read_png(const std::string &path) {
         const unsigned char *data = cairo_image_surface_get_data(s);
         image.pixels.resize(std::size_t{image.width} * image.height);
         for (uint32_t y = 0; y < image.height; ++y) {
-            const auto *row = reinterpret_cast<const uint32_t *>(data + std::size_t{y} * static_cast<std::size_t>(stride));
+            const auto *row = reinterpret_cast<const uint32_t *>(
+                data + std::size_t{y} * static_cast<std::size_t>(stride));
             for (uint32_t x = 0; x < image.width; ++x) {
                 image.pixels[std::size_t{y} * image.width + x] = row[x] & 0x00FFFFFFu;
             }
