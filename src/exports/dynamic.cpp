@@ -289,9 +289,11 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G(const char *pIP, uint16_t 
                                                       uint8_t pageByte6, ZelTextStyleRecord style,
                                                       const char *font, const char *text) {
     if (!target_given(pIP)) return -1;
-    return text_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style, font,
-                   text);
+    return guarded(-1, [&] {
+        return text_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame),
+                       effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style,
+                       font, text);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(
@@ -299,9 +301,11 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(
     uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3, uint16_t pageWord4,
     uint8_t pageByte6, ZelTextStyleRecord style, const char *font, const char *text) {
     if (!target_given(pSerialName)) return -1;
-    return text_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style, font,
-                   text);
+    return guarded(-1, [&] {
+        return text_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame),
+                       effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), style,
+                       font, text);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G(
@@ -309,9 +313,11 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G(
     uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3, uint16_t pageWord4,
     uint8_t pageByte6, const ZelTextStyleRecord *style, const char *font, const char *text) {
     if (!target_given(pIP) || frame == nullptr || style == nullptr) return -1;
-    return text_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(*frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style, font,
-                   text);
+    return guarded(-1, [&] {
+        return text_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(*frame),
+                       effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style,
+                       font, text);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G_Serial(
@@ -320,9 +326,11 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G_Serial(
     uint16_t pageWord4, uint8_t pageByte6, const ZelTextStyleRecord *style, const char *font,
     const char *text) {
     if (!target_given(pSerialName) || frame == nullptr || style == nullptr) return -1;
-    return text_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(*frame),
-                   effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style, font,
-                   text);
+    return guarded(-1, [&] {
+        return text_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(*frame),
+                       effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), *style,
+                       font, text);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G(const char *pIP, uint16_t nPort,
@@ -331,8 +339,10 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G(const char *pIP, uint16_t 
                                                       uint8_t pageByte3, uint16_t pageWord4,
                                                       uint8_t pageByte6, const char *path) {
     if (!target_given(pIP)) return -1;
-    return picture_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame),
-                      effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), path);
+    return guarded(-1, [&] {
+        return picture_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame),
+                          effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), path);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G_Serial(
@@ -340,8 +350,10 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G_Serial(
     uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3, uint16_t pageWord4,
     uint8_t pageByte6, const char *path) {
     if (!target_given(pSerialName)) return -1;
-    return picture_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame),
-                      effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), path);
+    return guarded(-1, [&] {
+        return picture_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame),
+                          effects(displayEffect, pageByte2, pageByte3, pageWord4, pageByte6), path);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G(const char *pIP, uint16_t nPort,
@@ -349,15 +361,19 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G(const char *pIP, uint16_t nP
                                                     uint8_t count,
                                                     const DynamicAreaBaseInfo_5G *const *items) {
     if (!target_given(pIP)) return -1;
-    return items_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame), count, items, nullptr);
+    return guarded(-1, [&] {
+        return items_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame), count, items, nullptr);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Serial(
     const char *pSerialName, uint8_t nSpeedIndex, ZEL_G5_HEAD_PARAMS, ZelFrameHeader_G5 frame,
     uint8_t count, const DynamicAreaBaseInfo_5G *const *items) {
     if (!target_given(pSerialName)) return -1;
-    return items_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame), count, items,
-                    nullptr);
+    return guarded(-1, [&] {
+        return items_g5(Target::line(pSerialName, nSpeedIndex), color, ZEL_G5_HEAD(frame), count,
+                        items, nullptr);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Point(const char *pIP, uint16_t nPort,
@@ -365,7 +381,9 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Point(const char *pIP, uint1
                                                           ZelFrameHeader_G5 frame, uint8_t count,
                                                           const DynamicAreaBaseInfo_5G *items) {
     if (!target_given(pIP)) return -1;
-    return items_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame), count, nullptr, items);
+    return guarded(-1, [&] {
+        return items_g5(Target::tcp(pIP, nPort), color, ZEL_G5_HEAD(frame), count, nullptr, items);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_DelArea_5G(const char *pIP, uint16_t nPort, int8_t areaNumber) {
@@ -394,21 +412,20 @@ ZEL_API int32_t zelDual_dynamicArea_DelAreaS_G5_Serial(const char *pSerialName, 
 
 // ==== G6: one area ===========================================================================
 
-ZEL_API int32_t zelDual_dynamicArea_AddAreaTxt_6G(const char *pIP, uint32_t nPort,
-                                                  ::E_ScreenColor_G56 color, uint8_t areaID,
-                                                  uint16_t x, uint16_t y, uint16_t width,
-                                                  uint16_t height, const char *font,
-                                                  uint8_t fontSize, const char *text) {
-    if (!tcp_ok(pIP, nPort) || font == nullptr || text == nullptr) return -1;
+namespace {
+
+// The fixed settings of zelDual_dynamicArea_AddAreaTxt_6G around the caller's text.
+int32_t add_txt_6g(const char *pIP, uint32_t nPort, ::E_ScreenColor_G56 color, uint8_t areaID,
+                   AreaRect rect, const char *font, uint8_t fontSize, const char *text) {
     AreaRequestG6 r;
     r.areaID = areaID;
-    r.rect = {x, y, width, height};
+    r.rect = rect;
     r.content.kind = kContentText;
     // A horizontal roll of one line, colour 1, centred both ways.
     r.content.display.displayEffect = kEffectRoll;
     r.content.display.pageByte3 = 32;
     r.content.display.pageByte6 = 1;
-    r.content.display.pageWidth = width;
+    r.content.display.pageWidth = rect.width;
     r.content.style.arrMode = SINGLELINE;
     r.content.style.fontSize = fontSize;
     r.content.style.fontColor = 1;
@@ -416,8 +433,19 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaTxt_6G(const char *pIP, uint32_t nPor
     r.content.style.verticalAlign = 1;
     r.content.font = font;
     r.content.text = text;
+    return add_area_g6(tcp_target(pIP, nPort), FormG6::Txt, core_color(color), r, {});
+}
+
+} // namespace
+
+ZEL_API int32_t zelDual_dynamicArea_AddAreaTxt_6G(const char *pIP, uint32_t nPort,
+                                                  ::E_ScreenColor_G56 color, uint8_t areaID,
+                                                  uint16_t x, uint16_t y, uint16_t width,
+                                                  uint16_t height, const char *font,
+                                                  uint8_t fontSize, const char *text) {
+    if (!tcp_ok(pIP, nPort) || font == nullptr || text == nullptr) return -1;
     return guarded(-1, [&] {
-        return add_area_g6(tcp_target(pIP, nPort), FormG6::Txt, core_color(color), r, {});
+        return add_txt_6g(pIP, nPort, color, areaID, {x, y, width, height}, font, fontSize, text);
     });
 }
 
@@ -524,14 +552,17 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_6G(const char *pIP, uint32_t 
                                                       ::E_ScreenColor_G56 color, uint8_t count,
                                                       const ZelDynamicAreaSetItem_G6 *items) {
     if (!tcp_ok(pIP, nPort)) return -1;
-    return set(tcp_target(pIP, nPort), false, color, count, items, nullptr);
+    return guarded(
+        -1, [&] { return set(tcp_target(pIP, nPort), false, color, count, items, nullptr); });
 }
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_6G_Serial(
     const char *pSerialName, uint8_t nSpeedIndex, ::E_ScreenColor_G56 color, uint8_t count,
     const ZelDynamicAreaSetItem_G6 *items) {
     if (!any_speed(pSerialName, nSpeedIndex)) return -1;
-    return set(Target::line(pSerialName, nSpeedIndex), false, color, count, items, nullptr);
+    return guarded(-1, [&] {
+        return set(Target::line(pSerialName, nSpeedIndex), false, color, count, items, nullptr);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_WithProgram_6G(
@@ -539,7 +570,8 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_WithProgram_6G(
     const ZelDynamicAreaSetItem_G6 *items, uint16_t programCount, const uint16_t *programs) {
     if (!tcp_ok(pIP, nPort) || (programCount != 0 && programs == nullptr)) return -1;
     const ProgramList list = program_list(programCount, programs);
-    return set(tcp_target(pIP, nPort), false, color, count, items, &list);
+    return guarded(-1,
+                   [&] { return set(tcp_target(pIP, nPort), false, color, count, items, &list); });
 }
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_WithProgram_G6_Serial(
@@ -549,14 +581,17 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_WithProgram_G6_Serial(
         return -1;
     }
     const ProgramList list = program_list(programCount, programs);
-    return set(Target::line(pSerialName, nSpeedIndex), false, color, count, items, &list);
+    return guarded(-1, [&] {
+        return set(Target::line(pSerialName, nSpeedIndex), false, color, count, items, &list);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_6G(const char *pIP, uint32_t nPort,
                                                    ::E_ScreenColor_G56 color, uint8_t count,
                                                    const ZelDynamicAreaSetItem_G6 *items) {
     if (!tcp_ok(pIP, nPort)) return -1;
-    return set(tcp_target(pIP, nPort), true, color, count, items, nullptr);
+    return guarded(-1,
+                   [&] { return set(tcp_target(pIP, nPort), true, color, count, items, nullptr); });
 }
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_6G_Serial(const char *pSerialName,
@@ -564,7 +599,9 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_6G_Serial(const char *pSerialNam
                                                           ::E_ScreenColor_G56 color, uint8_t count,
                                                           const ZelDynamicAreaSetItem_G6 *items) {
     if (!any_speed(pSerialName, nSpeedIndex)) return -1;
-    return set(Target::line(pSerialName, nSpeedIndex), true, color, count, items, nullptr);
+    return guarded(-1, [&] {
+        return set(Target::line(pSerialName, nSpeedIndex), true, color, count, items, nullptr);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G(
@@ -572,7 +609,8 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G(
     const ZelDynamicAreaSetItem_G6 *items, uint16_t programCount, const uint16_t *programs) {
     if (!tcp_ok(pIP, nPort) || (programCount != 0 && programs == nullptr)) return -1;
     const ProgramList list = program_list(programCount, programs);
-    return set(tcp_target(pIP, nPort), true, color, count, items, &list);
+    return guarded(-1,
+                   [&] { return set(tcp_target(pIP, nPort), true, color, count, items, &list); });
 }
 
 ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G_Serial(
@@ -582,7 +620,9 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G_Serial(
         return -1;
     }
     const ProgramList list = program_list(programCount, programs);
-    return set(Target::line(pSerialName, nSpeedIndex), true, color, count, items, &list);
+    return guarded(-1, [&] {
+        return set(Target::line(pSerialName, nSpeedIndex), true, color, count, items, &list);
+    });
 }
 
 // ==== Independent sound ======================================================================
@@ -603,12 +643,14 @@ ZEL_API int32_t zelDual_dynamicArea_UpdateSoundIndepend(const char *pIP, uint32_
                                                         const ZelSoundItem_Independ *records,
                                                         uint16_t count, uint8_t first) {
     if (!tcp_ok(pIP, nPort) || records == nullptr || count == 0) return -1;
-    std::vector<SoundUpdateItem> items;
-    for (uint16_t i = 0; i < count; ++i) {
-        if (sound_is_broken(records[i].sound)) return -1;
-        items.push_back({records[i].itemByte, unpack_sound(records[i].sound)});
-    }
-    return guarded(-1, [&] { return update_sound(tcp_target(pIP, nPort), first, items); });
+    return guarded(-1, [&] {
+        std::vector<SoundUpdateItem> items;
+        for (uint16_t i = 0; i < count; ++i) {
+            if (sound_is_broken(records[i].sound)) return -1;
+            items.push_back({records[i].itemByte, unpack_sound(records[i].sound)});
+        }
+        return update_sound(tcp_target(pIP, nPort), first, items);
+    });
 }
 
 // ==== G6: one area from a list of contents ===================================================
@@ -674,18 +716,22 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G(const char *pIP, uint32_t nP
                                                     ZEL_INFOS_PARAMS,
                                                     const DynamicAreaBaseInfo_5G *const *items) {
     if (pIP == nullptr) return -1;
-    return infos_g6(tcp_target(pIP, nPort), InfosForm::Plain, color, areaID, runMode, timeout,
-                    allPrograms, programCount, programs, immediate, {x, y, width, height}, frame,
-                    count, items, nullptr, nullptr);
+    return guarded(-1, [&] {
+        return infos_g6(tcp_target(pIP, nPort), InfosForm::Plain, color, areaID, runMode, timeout,
+                        allPrograms, programCount, programs, immediate, {x, y, width, height},
+                        frame, count, items, nullptr, nullptr);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_G6_Serial(
     const char *pSerialName, uint8_t nSpeedIndex, ZEL_INFOS_PARAMS,
     const DynamicAreaBaseInfo_5G *const *items) {
     if (pSerialName == nullptr) return -1;
-    return infos_g6(Target::line(pSerialName, nSpeedIndex), InfosForm::Serial, color, areaID,
-                    runMode, timeout, allPrograms, programCount, programs, immediate,
-                    {x, y, width, height}, frame, count, items, nullptr, nullptr);
+    return guarded(-1, [&] {
+        return infos_g6(Target::line(pSerialName, nSpeedIndex), InfosForm::Serial, color, areaID,
+                        runMode, timeout, allPrograms, programCount, programs, immediate,
+                        {x, y, width, height}, frame, count, items, nullptr, nullptr);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2(const char *pIP, uint32_t nPort,
@@ -693,16 +739,20 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2(const char *pIP, uint32_t
                                                        const DynamicAreaBaseInfo_5G *items,
                                                        const ZelDynamicSound_G6 *sound) {
     if (pIP == nullptr) return -1;
-    return infos_g6(tcp_target(pIP, nPort), InfosForm::V2, color, areaID, runMode, timeout,
-                    allPrograms, programCount, programs, immediate, {x, y, width, height}, frame,
-                    count, nullptr, items, sound);
+    return guarded(-1, [&] {
+        return infos_g6(tcp_target(pIP, nPort), InfosForm::V2, color, areaID, runMode, timeout,
+                        allPrograms, programCount, programs, immediate, {x, y, width, height},
+                        frame, count, nullptr, items, sound);
+    });
 }
 
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(const char *pSerialName,
                                                               uint8_t nSpeedIndex, ZEL_INFOS_PARAMS,
                                                               const DynamicAreaBaseInfo_5G *items) {
     if (pSerialName == nullptr) return -1;
-    return infos_g6(Target::line(pSerialName, nSpeedIndex), InfosForm::V2Serial, color, areaID,
-                    runMode, timeout, allPrograms, programCount, programs, immediate,
-                    {x, y, width, height}, frame, count, nullptr, items, nullptr);
+    return guarded(-1, [&] {
+        return infos_g6(Target::line(pSerialName, nSpeedIndex), InfosForm::V2Serial, color, areaID,
+                        runMode, timeout, allPrograms, programCount, programs, immediate,
+                        {x, y, width, height}, frame, count, nullptr, items, nullptr);
+    });
 }
