@@ -1023,6 +1023,423 @@ ZEL_API int32_t zelDual_program_timeAreaSetBattleTime_G6(uint16_t areaID,
  *  or -1 as above. */
 ZEL_API int32_t zelDual_program_timeAreaCancleBattleTime_G6(uint16_t areaID);
 
+/* ==== Dynamic areas ===================================================================== */
+
+/*
+ * A dynamic area is a rectangle of the screen whose content the host replaces in real time,
+ * without a program file. Every add entry first learns the controller's type (a ping over TCP,
+ * the line's probe on a serial line), sets the screen settings from it (as
+ * zelDual_program_setScreenParams_G56 does, with the value of zelDual_dynamicArea_SetDualPixel),
+ * renders the pages with a local area and sends them in one version 240 command: up to 32768
+ * bytes of command by the chunked exchange, above that by the heap exchange. Only an
+ * acknowledge counts as success. Failures of the dynamic paths are written to the log file
+ * "testDemoLog" in the working directory (level 1 errors, level 4 details).
+ */
+
+#pragma pack(push, 1)
+
+/** The style of a text of a dynamic area (20 bytes): the style part of TextPageParams_G5. */
+typedef struct ZelTextStyleRecord {
+    uint32_t arrMode;        /* offset 0: 0 single line, 1 multi-line */
+    uint16_t fontSize;       /* offset 4: points */
+    uint32_t fontColor;      /* offset 6: 0 to 7 a colour code, otherwise 0x00RRGGBB */
+    uint8_t fontBold;        /* offset 10 */
+    uint8_t fontItalic;      /* offset 11 */
+    uint32_t styleWord12;    /* offset 12: carried, not drawn with */
+    uint16_t styleWord16;    /* offset 16: carried, not drawn with */
+    uint8_t horizontalAlign; /* offset 18: 0 to 3 */
+    uint8_t verticalAlign;   /* offset 19: 0 to 3 */
+} ZelTextStyleRecord;
+ZEL_STATIC_ASSERT(sizeof(ZelTextStyleRecord) == 20, "ZelTextStyleRecord is 20 bytes");
+
+/** One content of a G5 item-list add (and of the G6 item lists), 51 bytes. */
+typedef struct DynamicAreaBaseInfo_5G {
+    uint8_t kind;             /* offset 0: 1 text, 2 picture; another kind adds no pages */
+    uint8_t displayEffect;    /* offset 1: 0x26 sends the pages last to first */
+    uint8_t pageByte2;        /* offset 2: for the controller */
+    uint8_t pageByte3;        /* offset 3: for the controller */
+    uint16_t pageWord4;       /* offset 4: for the controller */
+    uint8_t pageByte6;        /* offset 6: for the controller */
+    ZelTextStyleRecord style; /* offset 7 */
+    const char *fontName;     /* offset 27: family name, or a .ttf/.ttc file (any case) */
+    const char *text;         /* offset 35: GBK text (kind 1) */
+    const char *picturePath;  /* offset 43: PNG file (kind 2) */
+} DynamicAreaBaseInfo_5G;
+ZEL_STATIC_ASSERT(sizeof(DynamicAreaBaseInfo_5G) == 51, "DynamicAreaBaseInfo_5G is 51 bytes");
+
+/** The sound of a G6 dynamic area or an independent sound message (29 bytes). */
+typedef struct ZelDynamicSound_G6 {
+    uint8_t enable;            /* offset 0: 1 gives the area its sound; not read by the
+                                  independent sound entries */
+    uint8_t soundSettings1[4]; /* offset 1: for the controller */
+    uint32_t soundValue1;      /* offset 5 */
+    uint32_t soundValue2;      /* offset 9 */
+    uint8_t soundSettings2[4]; /* offset 13 */
+    uint32_t textLength;       /* offset 17: bytes at text */
+    const char *text;          /* offset 21: the text to speak, GBK */
+} ZelDynamicSound_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelDynamicSound_G6) == 29, "ZelDynamicSound_G6 is 29 bytes");
+
+/** Where a G6 dynamic area stands, and its sound (41 bytes). */
+typedef struct ZelDynamicAreaParams_G6 {
+    uint8_t AreaType;         /* offset 0: not read; a dynamic area is always type 16 */
+    uint16_t AreaX;           /* offset 1 */
+    uint16_t AreaY;           /* offset 3 */
+    uint16_t AreaWidth;       /* offset 5 */
+    uint16_t AreaHeight;      /* offset 7 */
+    uint8_t unused[3];        /* offset 9: not read */
+    ZelDynamicSound_G6 sound; /* offset 12: used by the text entries */
+} ZelDynamicAreaParams_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelDynamicAreaParams_G6) == 41, "ZelDynamicAreaParams_G6 is 41 bytes");
+
+/** One area of a set (zelDual_dynamicAreaS_*), 89 bytes. */
+typedef struct ZelDynamicAreaSetItem_G6 {
+    uint8_t areaID;               /* offset 0: each number once per set */
+    ZelDynamicAreaParams_G6 area; /* offset 1 */
+    TextPageParams_G6 page;       /* offset 42: pictures read its first ten bytes */
+    const char *font;             /* offset 73: not read by the picture sets */
+    const char *content;          /* offset 81: the text, or the PNG path of a picture set */
+} ZelDynamicAreaSetItem_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelDynamicAreaSetItem_G6) == 89, "ZelDynamicAreaSetItem_G6 is 89 bytes");
+
+/** The frame of a G6 item-list area (15 bytes, passed by value). */
+typedef struct ZelAreaFrmae_Dynamic_G6 {
+    uint8_t frameFlag;      /* offset 0: 1 for a frame, anything else for none */
+    uint8_t frameHeader[5]; /* offset 1: for the controller; the last byte is also the frame's
+                               thickness in pixels */
+    uint8_t unused;         /* offset 6: not read */
+    const char *pngPath;    /* offset 7: the frame's PNG strip */
+} ZelAreaFrmae_Dynamic_G6;
+ZEL_STATIC_ASSERT(sizeof(ZelAreaFrmae_Dynamic_G6) == 15, "ZelAreaFrmae_Dynamic_G6 is 15 bytes");
+
+/** One message of the independent sound entries (30 bytes). */
+typedef struct ZelSoundItem_Independ {
+    uint8_t itemByte;         /* offset 0: sent by the update entry; not read by insert */
+    ZelDynamicSound_G6 sound; /* offset 1: its enable byte is not read */
+} ZelSoundItem_Independ;
+ZEL_STATIC_ASSERT(sizeof(ZelSoundItem_Independ) == 30, "ZelSoundItem_Independ is 30 bytes");
+
+#pragma pack(pop)
+
+/** Sets the double-colour value that the dynamic add entries pass on with the controller
+ *  type when they set the screen (initially 1).
+ *  @param dualPixel plane order of a two-colour screen
+ *  @return 0 */
+ZEL_API int32_t zelDual_dynamicArea_SetDualPixel(int32_t dualPixel);
+
+/**
+ * Adds or replaces a G5 dynamic area with a text. Pings pIP:nPort, sets the screen from the
+ * answer, renders the text (the font is a file when it names ".ttf" or ".ttc" in any case,
+ * otherwise a family name) and sends the pages.
+ * @param pIP, nPort the controller
+ * @param color the screen's colour class
+ * @param headByte0, headByte1, headWord, playByte carried for the controller (defaults 0, 0, 5, 0)
+ * @param listFlag 0 sends the listCount words of listWords; anything else sends the count only
+ * @param listCount, listWords the list; a count above 0 with a null list gives -1
+ * @param x, y, width, height the area, in pixels
+ * @param frame read and ignored: a G5 dynamic area has no frame (its flag goes out as 0)
+ * @param displayEffect, pageByte2, pageByte3, pageWord4, pageByte6 the pages' settings; 0x26
+ *        sends the pages last to first
+ * @param style, font, text the text
+ * @return the exchange's result narrowed to 16 bits; the ping's failure; -1 when nothing was
+ *         built. Console: "cmd_tcpPing run error..." on a failed ping, then
+ *         "TK_Client init后，Client.m_DeviceType == 0x%x \n" and, when the connection's type is
+ *         not the ping's, "oClient.m_DeviceType != retdata.ControllerType \n".
+ */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G(
+    const char *pIP, uint16_t nPort, E_ScreenColor_G56 color, uint8_t headByte0, uint8_t headByte1,
+    uint16_t headWord, uint8_t listFlag, uint16_t listCount, const uint16_t *listWords,
+    uint8_t playByte, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelFrameHeader_G5 frame, uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3,
+    uint16_t pageWord4, uint8_t pageByte6, ZelTextStyleRecord style, const char *font,
+    const char *text);
+/** zelDual_dynamicArea_AddAreaWithTxt_5G over a serial line (speed index 1: 9600, 2: 57600);
+ *  the line's probe gives the controller type. A line that does not open logs
+ *  "oSerialClient.init error! pSerialName=%s, nSpeedIndex=%d, err=%d" at level 1.
+ *  @return as the TCP form; -1 when the line does not open */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t headByte0,
+    uint8_t headByte1, uint16_t headWord, uint8_t listFlag, uint16_t listCount,
+    const uint16_t *listWords, uint8_t playByte, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, ZelFrameHeader_G5 frame, uint8_t displayEffect, uint8_t pageByte2,
+    uint8_t pageByte3, uint16_t pageWord4, uint8_t pageByte6, ZelTextStyleRecord style,
+    const char *font, const char *text);
+/** zelDual_dynamicArea_AddAreaWithTxt_5G with the frame and the style by pointer (null: -1).
+ *  @return as zelDual_dynamicArea_AddAreaWithTxt_5G */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G(
+    const char *pIP, uint16_t nPort, E_ScreenColor_G56 color, uint8_t headByte0, uint8_t headByte1,
+    uint16_t headWord, uint8_t listFlag, uint16_t listCount, const uint16_t *listWords,
+    uint8_t playByte, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    const ZelFrameHeader_G5 *frame, uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3,
+    uint16_t pageWord4, uint8_t pageByte6, const ZelTextStyleRecord *style, const char *font,
+    const char *text);
+/** The serial form of zelDual_dynamicArea_AddAreaWithTxt_Point_5G.
+ *  @return as zelDual_dynamicArea_AddAreaWithTxt_5G_Serial */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaWithTxt_Point_5G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t headByte0,
+    uint8_t headByte1, uint16_t headWord, uint8_t listFlag, uint16_t listCount,
+    const uint16_t *listWords, uint8_t playByte, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, const ZelFrameHeader_G5 *frame, uint8_t displayEffect, uint8_t pageByte2,
+    uint8_t pageByte3, uint16_t pageWord4, uint8_t pageByte6, const ZelTextStyleRecord *style,
+    const char *font, const char *text);
+/** Adds or replaces a G5 dynamic area with the PNG at `path`, as the text form does. Console:
+ *  also "retdata.ControllerType == 0x%x \n" and "ret =====cmd_tcpPing===== %d \n" after the ping.
+ *  @return as zelDual_dynamicArea_AddAreaWithTxt_5G; -1 on an exception */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G(
+    const char *pIP, uint16_t nPort, E_ScreenColor_G56 color, uint8_t headByte0, uint8_t headByte1,
+    uint16_t headWord, uint8_t listFlag, uint16_t listCount, const uint16_t *listWords,
+    uint8_t playByte, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelFrameHeader_G5 frame, uint8_t displayEffect, uint8_t pageByte2, uint8_t pageByte3,
+    uint16_t pageWord4, uint8_t pageByte6, const char *path);
+/** The serial form of zelDual_dynamicArea_AddAreaWithPic_5G; a line that does not open logs
+ *  "oSerialClient.init error! pSerialName=%s, nBaundIndex=%d, err=%d" at level 1.
+ *  @return as the TCP form; -1 when the line does not open */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t headByte0,
+    uint8_t headByte1, uint16_t headWord, uint8_t listFlag, uint16_t listCount,
+    const uint16_t *listWords, uint8_t playByte, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, ZelFrameHeader_G5 frame, uint8_t displayEffect, uint8_t pageByte2,
+    uint8_t pageByte3, uint16_t pageWord4, uint8_t pageByte6, const char *path);
+/** Adds a G5 dynamic area whose pages come from `count` contents, texts and pictures mixed, in
+ *  order. Console: "===============zelDual_dynamicArea_AddAreaInfos_5G=======================\r\n"
+ *  and the first item's font and text or path.
+ *  @param items `count` pointers to contents
+ *  @return as zelDual_dynamicArea_AddAreaWithPic_5G; -1 for no items */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G(
+    const char *pIP, uint16_t nPort, E_ScreenColor_G56 color, uint8_t headByte0, uint8_t headByte1,
+    uint16_t headWord, uint8_t listFlag, uint16_t listCount, const uint16_t *listWords,
+    uint8_t playByte, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelFrameHeader_G5 frame, uint8_t count, const DynamicAreaBaseInfo_5G *const *items);
+/** The serial form of zelDual_dynamicArea_AddAreaInfos_5G.
+ *  @return as the TCP form; -1 when the line does not open */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t headByte0,
+    uint8_t headByte1, uint16_t headWord, uint8_t listFlag, uint16_t listCount,
+    const uint16_t *listWords, uint8_t playByte, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, ZelFrameHeader_G5 frame, uint8_t count,
+    const DynamicAreaBaseInfo_5G *const *items);
+/** zelDual_dynamicArea_AddAreaInfos_5G with the contents as one packed array (stride 51).
+ *  @return as zelDual_dynamicArea_AddAreaInfos_5G */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Point(
+    const char *pIP, uint16_t nPort, E_ScreenColor_G56 color, uint8_t headByte0, uint8_t headByte1,
+    uint16_t headWord, uint8_t listFlag, uint16_t listCount, const uint16_t *listWords,
+    uint8_t playByte, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelFrameHeader_G5 frame, uint8_t count, const DynamicAreaBaseInfo_5G *items);
+
+/** Deletes a dynamic area of a G5 or G6 controller; 0xFF (-1) deletes them all.
+ *  @param areaNumber up to 64, or -1
+ *  @return the exchange's result narrowed to 16 bits; -1 without traffic for 65 to 127 */
+ZEL_API int32_t zelDual_dynamicArea_DelArea_5G(const char *pIP, uint16_t nPort, int8_t areaNumber);
+/** Deletes `count` areas by number. @return as zelDual_dynamicArea_DelArea_5G; -1 for a null
+ *  list */
+ZEL_API int32_t zelDual_dynamicArea_DelAreaS_5G(const char *pIP, uint16_t nPort, uint8_t count,
+                                                const uint8_t *areaNumbers);
+/** zelDual_dynamicArea_DelArea_5G over a serial line. @return as the TCP form; -1 for a null
+ *  name or a speed index other than 1 and 2 */
+ZEL_API int32_t zelDual_dynamicArea_DelArea_G5_Serial(const char *pSerialName,
+                                                      uint8_t nSpeedIndex, int8_t areaNumber);
+/** zelDual_dynamicArea_DelAreaS_5G over a serial line. @return as zelDual_dynamicArea_DelArea_G5_Serial */
+ZEL_API int32_t zelDual_dynamicArea_DelAreaS_G5_Serial(const char *pSerialName,
+                                                       uint8_t nSpeedIndex, uint8_t count,
+                                                       const uint8_t *areaNumbers);
+
+/**
+ * Adds or replaces G6 dynamic area `areaID` with a text in fixed settings: a horizontal roll
+ * (effect 4), single line, colour 1, centred, shown with all programs at once.
+ * @param pIP, nPort the controller; a port below 1024 gives -1 without traffic
+ * @param font family name or .ttf/.ttc file; `fontSize` in points; `text` GBK
+ * @return the exchange's result; the ping's failure. Console: "ret =====cmd_tcpPing===== %d \n"
+ *         after the ping, "TK_Client init后，Client.m_DeviceType == 0x%x \n" after the connect.
+ */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaTxt_6G(const char *pIP, uint32_t nPort,
+                                                  E_ScreenColor_G56 color, uint8_t areaID,
+                                                  uint16_t x, uint16_t y, uint16_t width,
+                                                  uint16_t height, const char *font,
+                                                  uint8_t fontSize, const char *text);
+/**
+ * Adds or replaces G6 dynamic area `areaID` with a text in the host's settings, with the sound
+ * of area->sound when its enable byte is 1.
+ * @return 0, or -1: bad arguments (no trace), or a failed ping, connect or exchange, each
+ *         logged at level 1 ("cmd_tcpPing run error! pIP=%s, nPort=%d, ret=%d",
+ *         "oClient.init error! pIP=%s, nPort=%d, err=%d",
+ *         "send_recv_cmd_1K error! pIP=%s, nPort=%d, DataLen=%d, nSendResutl=%d")
+ */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_6G(const char *pIP, uint32_t nPort,
+                                                         E_ScreenColor_G56 color, uint8_t areaID,
+                                                         const ZelDynamicAreaParams_G6 *area,
+                                                         const TextPageParams_G6 *page,
+                                                         const char *font, const char *text);
+/** The serial form of zelDual_dynamicArea_AddAreaTxtDetails_6G; speed index 1 or 2 only. A line
+ *  that does not open logs "oSerialClient.init error! pSerialPort=%s, nSerialPortValueIndex=%d,
+ *  err=%d". @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
+    const ZelDynamicAreaParams_G6 *area, const TextPageParams_G6 *page, const char *font,
+    const char *text);
+/** zelDual_dynamicArea_AddAreaTxtDetails_6G shown with the listed programs (all of them for a
+ *  count of 0), not at once. A count above 512 gives -1.
+ *  @return the exchange's result narrowed to 16 bits; -1 for bad arguments or a failed ping */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_WithProgram_6G(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t areaID,
+    const ZelDynamicAreaParams_G6 *area, const TextPageParams_G6 *page, const char *font,
+    const char *text, uint16_t programCount, const uint16_t *programs);
+/** The serial form (any positive speed index; a line that does not open logs
+ *  "oSerialClient.init error! pSerialName=%s, nBaudRateIndex=%d, err=%d").
+ *  @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaTxtDetails_WithProgram_6G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
+    const ZelDynamicAreaParams_G6 *area, const TextPageParams_G6 *page, const char *font,
+    const char *text, uint16_t programCount, const uint16_t *programs);
+/** Adds or replaces G6 dynamic area `areaID` with the PNG at `path`; `page` is read for its
+ *  first ten bytes. @return the exchange's result narrowed to 16 bits; -1 for bad arguments or
+ *  a failed ping */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaPic_6G(const char *pIP, uint32_t nPort,
+                                                  E_ScreenColor_G56 color, uint8_t areaID,
+                                                  uint16_t x, uint16_t y, uint16_t width,
+                                                  uint16_t height, const TextPageParams_G6 *page,
+                                                  const char *path);
+/** The serial form of zelDual_dynamicArea_AddAreaPic_6G (any positive speed index).
+ *  @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaPic_6G_Serial(const char *pSerialName,
+                                                         uint8_t nSpeedIndex,
+                                                         E_ScreenColor_G56 color, uint8_t areaID,
+                                                         uint16_t x, uint16_t y, uint16_t width,
+                                                         uint16_t height,
+                                                         const TextPageParams_G6 *page,
+                                                         const char *path);
+/** zelDual_dynamicArea_AddAreaPic_6G shown with the listed programs; a count above 512 gives
+ *  -1. @return as zelDual_dynamicArea_AddAreaPic_6G */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaPic_WithProgram_6G(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t areaID, uint16_t x,
+    uint16_t y, uint16_t width, uint16_t height, const TextPageParams_G6 *page, const char *path,
+    uint16_t programCount, const uint16_t *programs);
+/** The serial form of zelDual_dynamicArea_AddAreaPic_WithProgram_6G. @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaPic_WithProgram_G6_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
+    uint16_t x, uint16_t y, uint16_t width, uint16_t height, const TextPageParams_G6 *page,
+    const char *path, uint16_t programCount, const uint16_t *programs);
+/** Deletes G6 dynamic area `areaID` (0xFF: all); the command is the G5 one.
+ *  @return the exchange's result narrowed to 16 bits; -1 for a port below 1024 or an area
+ *  number from 65 to 127 */
+ZEL_API int32_t zelDual_dynamicArea_DelArea_6G(const char *pIP, uint32_t nPort, uint8_t areaID);
+/** Deletes `count` G6 dynamic areas. @return as zelDual_dynamicArea_DelArea_6G; -1 for a null
+ *  list */
+ZEL_API int32_t zelDual_dynamicArea_DelAreas_6G(const char *pIP, uint32_t nPort, uint8_t count,
+                                                const uint8_t *areaIDs);
+/** zelDual_dynamicArea_DelArea_6G over a serial line (speed index 1 or 2). @return as the TCP
+ *  form */
+ZEL_API int32_t zelDual_dynamicArea_DelArea_6G_Serial(const char *pSerialName,
+                                                      uint8_t nSpeedIndex, uint8_t areaID);
+/** zelDual_dynamicArea_DelAreas_6G over a serial line (speed index 1 or 2). @return as the TCP
+ *  form */
+ZEL_API int32_t zelDual_dynamicArea_DelAreas_6G_Serial(const char *pSerialName,
+                                                       uint8_t nSpeedIndex, uint8_t count,
+                                                       const uint8_t *areaIDs);
+
+/**
+ * Sends `count` G6 dynamic areas with texts in one command: every area block first, then all
+ * pixels. An area number used twice prints " 区域ID??d 已存在！\n" and sends nothing.
+ * @param items `count` areas; each needs its font and its text
+ * @return the exchange's result; -1 for bad arguments, a failed ping or a failed area. Console:
+ *         "retdata.ControllerType == 0x%x \n", "ret =====cmd_tcpPing===== %d \n",
+ *         "TK_Client init后，Client.m_DeviceType == 0x%x \n"
+ */
+ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_6G(const char *pIP, uint32_t nPort,
+                                                      E_ScreenColor_G56 color, uint8_t count,
+                                                      const ZelDynamicAreaSetItem_G6 *items);
+/** The serial form (any positive speed index). @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_6G_Serial(const char *pSerialName,
+                                                             uint8_t nSpeedIndex,
+                                                             E_ScreenColor_G56 color,
+                                                             uint8_t count,
+                                                             const ZelDynamicAreaSetItem_G6 *items);
+/** zelDual_dynamicAreaS_AddTxtDetails_6G with every area shown with the listed programs; a
+ *  count above 0 needs its list. @return as zelDual_dynamicAreaS_AddTxtDetails_6G */
+ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_WithProgram_6G(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t count,
+    const ZelDynamicAreaSetItem_G6 *items, uint16_t programCount, const uint16_t *programs);
+/** The serial form. @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicAreaS_AddTxtDetails_WithProgram_G6_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t count,
+    const ZelDynamicAreaSetItem_G6 *items, uint16_t programCount, const uint16_t *programs);
+/** The picture sets: each area's content is a PNG path. @return as the text sets */
+ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_6G(const char *pIP, uint32_t nPort,
+                                                   E_ScreenColor_G56 color, uint8_t count,
+                                                   const ZelDynamicAreaSetItem_G6 *items);
+/** The serial form of zelDual_dynamicAreaS_AddAreaPic_6G. @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_6G_Serial(const char *pSerialName,
+                                                          uint8_t nSpeedIndex,
+                                                          E_ScreenColor_G56 color, uint8_t count,
+                                                          const ZelDynamicAreaSetItem_G6 *items);
+/** zelDual_dynamicAreaS_AddAreaPic_6G shown with the listed programs. @return as the text sets */
+ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t count,
+    const ZelDynamicAreaSetItem_G6 *items, uint16_t programCount, const uint16_t *programs);
+/** The serial form. @return as the TCP form */
+ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t count,
+    const ZelDynamicAreaSetItem_G6 *items, uint16_t programCount, const uint16_t *programs);
+
+/**
+ * Adds G6 dynamic area `areaID` whose pages come from `count` contents, texts and pictures
+ * mixed, with an optional frame, shown with all programs or those listed. The pages are rendered
+ * inside the frame; the area keeps its rectangle. Logs "uWidth = %d;  uHeight = %d;  fontName =
+ * %s; \r\n" at level 4 with the first content's font; font arguments are always family names.
+ * @param runMode, timeout, immediate carried for the controller
+ * @param allPrograms 1 all programs (the count is sent, the numbers not), 0 the list
+ * @param frame a frame when its flag is 1; a PNG that does not read prints
+ *        "Error: zel_dual_sdk Can't create_from_png. file: %s \n" and gives -1
+ * @return the exchange's result (a failure also prints
+ *         "Failed! oClient.send_recv_cmd!  nSendResult = %d \r\n"); the ping's failure; -1
+ *         for no contents or nothing to send
+ */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t areaID, uint8_t runMode,
+    uint16_t timeout, uint8_t allPrograms, uint16_t programCount, const uint16_t *programs,
+    uint8_t immediate, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelAreaFrmae_Dynamic_G6 frame, uint8_t count, const DynamicAreaBaseInfo_5G *const *items);
+/** The serial form of zelDual_dynamicArea_AddAreaInfos_6G; a line that does not open logs
+ *  "oSerialClient.init error! pCharsCOMPort=%s, nSerialPortValueIndex=%d, err=%d" at level 1.
+ *  @return as the TCP form; -1 when the line does not open */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_G6_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
+    uint8_t runMode, uint16_t timeout, uint8_t allPrograms, uint16_t programCount,
+    const uint16_t *programs, uint8_t immediate, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, ZelAreaFrmae_Dynamic_G6 frame, uint8_t count,
+    const DynamicAreaBaseInfo_5G *const *items);
+/** zelDual_dynamicArea_AddAreaInfos_6G with the contents as one packed array (stride 51), font
+ *  files allowed (".ttf", ".ttc" in any case), pages rendered with the value of
+ *  zelDual_dynamicArea_SetDualPixel, and the area's sound when `sound` is not null and its
+ *  enable byte is 1. @return as zelDual_dynamicArea_AddAreaInfos_6G */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2(
+    const char *pIP, uint32_t nPort, E_ScreenColor_G56 color, uint8_t areaID, uint8_t runMode,
+    uint16_t timeout, uint8_t allPrograms, uint16_t programCount, const uint16_t *programs,
+    uint8_t immediate, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
+    ZelAreaFrmae_Dynamic_G6 frame, uint8_t count, const DynamicAreaBaseInfo_5G *items,
+    const ZelDynamicSound_G6 *sound);
+/** The serial form of zelDual_dynamicArea_AddAreaInfos_6G_V2, without sound.
+ *  @return as zelDual_dynamicArea_AddAreaInfos_G6_Serial */
+ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(
+    const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
+    uint8_t runMode, uint16_t timeout, uint8_t allPrograms, uint16_t programCount,
+    const uint16_t *programs, uint8_t immediate, uint16_t x, uint16_t y, uint16_t width,
+    uint16_t height, ZelAreaFrmae_Dynamic_G6 frame, uint8_t count,
+    const DynamicAreaBaseInfo_5G *items);
+
+/** Makes a G6 controller speak a text without any area (no ping, no screen settings).
+ *  @param record the message; its text must have a length above 0
+ *  @param second, first two bytes for the controller, sent as first, second
+ *  @return the exchange's result; -1 for bad arguments or a port below 1024 */
+ZEL_API int32_t zelDual_dynamicArea_InsertSoundIndepend(const char *pIP, uint32_t nPort,
+                                                        const ZelSoundItem_Independ *record,
+                                                        uint8_t second, uint8_t first);
+/** Replaces a G6 controller's list of sound messages with `count` records (the count byte on
+ *  the wire holds its low 8 bits).
+ *  @return the exchange's result; -1 for bad arguments or a port below 1024 */
+ZEL_API int32_t zelDual_dynamicArea_UpdateSoundIndepend(const char *pIP, uint32_t nPort,
+                                                        const ZelSoundItem_Independ *records,
+                                                        uint16_t count, uint8_t first);
+
 #ifdef __cplusplus
 }
 #endif

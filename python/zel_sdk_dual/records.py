@@ -13,7 +13,9 @@ __all__ = [
     "TextPageParams_G6", "ZelProgramHeader_G5", "ZelAreaRecord_G5", "ZelPlayPeriods_G5",
     "ZelFrameHeader_G5", "ZelProgramHeader_G6", "ZelAreaRecord_G6", "ZelFrameParams_G6",
     "ZelSoundParams_G6", "ZelBattleTime_G6", "TimeContentRecord", "AnalogClockRecord",
-    "ZelDialMarkColors", "SCREEN_ONE_COLOR", "SCREEN_TWO_COLORS", "SCREEN_THREE_COLORS",
+    "ZelDialMarkColors", "ZelTextStyleRecord", "DynamicAreaBaseInfo_5G", "ZelDynamicSound_G6",
+    "ZelDynamicAreaParams_G6", "ZelDynamicAreaSetItem_G6", "ZelAreaFrmae_Dynamic_G6",
+    "ZelSoundItem_Independ", "SCREEN_ONE_COLOR", "SCREEN_TWO_COLORS", "SCREEN_THREE_COLORS",
     "SCREEN_FULL_COLOR",
 ]
 
@@ -186,3 +188,48 @@ class ZelDialMarkColors(_Packed):
                 ("circleColor", c_uint32)]
 
 
+class ZelTextStyleRecord(_Packed):
+    """The style of a text of a dynamic area."""
+    _fields_ = [("arrMode", c_uint32), ("fontSize", c_uint16), ("fontColor", c_uint32),
+                ("fontBold", c_uint8), ("fontItalic", c_uint8), ("styleWord12", c_uint32),
+                ("styleWord16", c_uint16), ("horizontalAlign", c_uint8),
+                ("verticalAlign", c_uint8)]
+
+
+class DynamicAreaBaseInfo_5G(_Packed):
+    """One content (1 text, 2 picture) of an item-list dynamic area."""
+    _fields_ = [("kind", c_uint8), ("displayEffect", c_uint8), ("pageByte2", c_uint8),
+                ("pageByte3", c_uint8), ("pageWord4", c_uint16), ("pageByte6", c_uint8),
+                ("style", ZelTextStyleRecord), ("fontName", c_char_p), ("text", c_char_p),
+                ("picturePath", c_char_p)]
+
+
+class ZelDynamicSound_G6(_Packed):
+    """The sound of a G6 dynamic area or an independent sound message."""
+    _fields_ = [("enable", c_uint8), ("soundSettings1", c_uint8 * 4), ("soundValue1", c_uint32),
+                ("soundValue2", c_uint32), ("soundSettings2", c_uint8 * 4),
+                ("textLength", c_uint32), ("text", c_char_p)]
+
+
+class ZelDynamicAreaParams_G6(_Packed):
+    """Where a G6 dynamic area stands, and its sound."""
+    _fields_ = [("AreaType", c_uint8), ("AreaX", c_uint16), ("AreaY", c_uint16),
+                ("AreaWidth", c_uint16), ("AreaHeight", c_uint16), ("unused", c_uint8 * 3),
+                ("sound", ZelDynamicSound_G6)]
+
+
+class ZelDynamicAreaSetItem_G6(_Packed):
+    """One area of a set of G6 dynamic areas."""
+    _fields_ = [("areaID", c_uint8), ("area", ZelDynamicAreaParams_G6),
+                ("page", TextPageParams_G6), ("font", c_char_p), ("content", c_char_p)]
+
+
+class ZelAreaFrmae_Dynamic_G6(_Packed):
+    """The frame of a G6 item-list dynamic area."""
+    _fields_ = [("frameFlag", c_uint8), ("frameHeader", c_uint8 * 5), ("unused", c_uint8),
+                ("pngPath", c_char_p)]
+
+
+class ZelSoundItem_Independ(_Packed):
+    """One message of the independent sound entries."""
+    _fields_ = [("itemByte", c_uint8), ("sound", ZelDynamicSound_G6)]

@@ -8,6 +8,8 @@
 #include <string>
 
 #include "sdk/controller_types.h"
+#include "sim/panel/live_areas.h"
+#include "sim/protocol/sim_dynamic.h"
 #include "sim/protocol/simulator.h"
 
 namespace zel::sim {
@@ -40,6 +42,51 @@ struct G6Pairs {
     std::map<std::string, std::string> programOfData;
 };
 
+// The live dynamic areas and the panel of the program they are shown over.
+struct LiveState {
+    std::mutex mutex;
+    LiveAreas areas;
+    std::string programPanel; // path of the current program's panel PNG; empty: none yet
+};
+
+void remember_program_panel(LiveState &live, const PanelReport &report) {
+    for (const std::string &png : report.pngs) {
+        if (png.size() >= 10 && png.compare(png.size() - 10, 10, "-panel.png") == 0) {
+            std::lock_guard<std::mutex> guard(live.mutex);
+            live.programPanel = png;
+        }
+    }
+}
+
+void install_live_areas(Simulator &sim, const PanelOptions &options,
+                        std::shared_ptr<LiveState> live) {
+    set_dynamic_hook(sim, [&sim, options, live](const std::vector<uint8_t> &data) {
+        const DynamicFamily family =
+            answer_version_for(sim.controller_type()) == 7 ? DynamicFamily::G6 : DynamicFamily::G5;
+        std::lock_guard<std::mutex> guard(live->mutex);
+        if (const auto error = live->areas.apply(data, family)) {
+            if (options.log != nullptr) {
+                *options.log << "dynamic: a command of " << data.size()
+                             << " bytes could not be read at offset " << error->offset << ": "
+                             << error->what << std::endl;
+            }
+            return;
+        }
+        if (options.folder.empty()) return;
+        const ScreenMode mode = screen_mode_for(options, sim.controller_type());
+        const std::string path = options.folder + "/" + kLivePanelName;
+        std::optional<Rgb> base;
+        if (!live->programPanel.empty()) base = read_png(live->programPanel);
+        const bool written = write_live_panel(path, base, live->areas, mode);
+        if (options.log != nullptr) {
+            *options.log << "panel: " << live->areas.size() << " dynamic areas over "
+                         << (live->programPanel.empty() ? std::string("no program")
+                                                        : live->programPanel)
+                         << (written ? "; " + path : std::string("; nothing written")) << std::endl;
+        }
+    });
+}
+
 void log_report(const PanelOptions &options, const std::string &what, const PanelReport &report) {
     if (options.log == nullptr) return;
     *options.log << "panel: " << what << " " << (report.decoded ? "read" : "could not be read")
@@ -49,14 +96,16 @@ void log_report(const PanelOptions &options, const std::string &what, const Pane
 } // namespace
 
 void install_panel_output(Simulator &sim, PanelOptions options) {
+    auto live = std::make_shared<LiveState>();
+    install_live_areas(sim, options, live);
     if (options.folder.empty() && options.live == nullptr) return;
     if (!options.folder.empty()) {
         std::error_code ec;
         std::filesystem::create_directories(options.folder, ec);
     }
     auto pairs = std::make_shared<G6Pairs>();
-    sim.set_file_written_hook([&sim, options, pairs](uint8_t space, const std::string &name,
-                                                     const std::vector<uint8_t> &content) {
+    sim.set_file_written_hook([&sim, options, pairs, live](uint8_t space, const std::string &name,
+                                                           const std::vector<uint8_t> &content) {
         // Only the ordinary file space holds program files.
         if (space != 0) return;
         const uint16_t type = sim.controller_type();
@@ -65,6 +114,7 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
         if (answer_version_for(type) != 7) {
             if (!options.folder.empty()) {
                 const PanelReport report = write_panel(options.folder, name, content, mode, time);
+                remember_program_panel(*live, report);
                 log_report(options, name + " (" + std::to_string(content.size()) + " bytes)",
                            report);
             }
@@ -92,6 +142,7 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
         if (!options.folder.empty()) {
             const PanelReport report =
                 write_panel_g6(options.folder, program, programBytes, dataBytes, mode, time);
+            remember_program_panel(*live, report);
             log_report(options,
                        program + " + " + data_file_name_for(program) + " (" +
                            std::to_string(programBytes.size()) + " + " +

@@ -36,11 +36,18 @@ ClockTime local_clock_time();
 // table of controller types (mode 0 for an unknown code, as the library falls back to).
 ScreenMode screen_mode_for(const PanelOptions &options, uint16_t controllerType);
 
+// The picture of the screen as it stands, in options.folder: the current program's panel with
+// the live dynamic areas over it, written whenever a dynamic-area command changes them.
+inline constexpr const char *kLivePanelName = "live-panel.png";
+
 // From now on, the programs that land in the ordinary file space are shown in options.folder
 // (created if missing) and on options.live: on a G5 controller every file, as write_panel does; on
 // a G6 controller each pair of a program file and its data file ("P005" and "D005"), as
 // write_panel_g6 does, once both have landed and again whenever either lands anew. Data files are
-// told by their name's D. Uses the simulator's file-landed hook.
+// told by their name's D. Uses the simulator's file-landed hook. The dynamic areas are kept too
+// (the simulator's dynamic hook): each command that changes them redraws kLivePanelName in
+// options.folder over the last program drawn there, and a command that cannot be read is
+// reported on options.log with the offset where it stopped making sense (also without a folder).
 void install_panel_output(Simulator &sim, PanelOptions options);
 
 } // namespace zel::sim

@@ -1,5 +1,7 @@
 #include "sim/protocol/simulator.h"
 
+#include "sim/protocol/sim_dynamic.h"
+
 #include <algorithm>
 #include <arpa/inet.h>
 #include <atomic>
@@ -369,6 +371,7 @@ Simulator::Simulator(Config config) : m_config(std::move(config)) {
     register_network_handlers(*this);
     register_control_handlers(*this);
     register_files_handlers(*this);
+    register_dynamic_handlers(*this);
 }
 
 Simulator::~Simulator() {
