@@ -20,6 +20,27 @@ bool is_serial(InfosForm form) {
     return form == InfosForm::Serial || form == InfosForm::V2Serial;
 }
 
+// Learns the controller's type: on a serial line from the line's probe (the open line is left
+// in `line`), over TCP from a ping. 0, or the result the entry gives.
+int32_t learn_controller_type(const Target &target, InfosForm form, OpenPeer &line,
+                              uint16_t &controllerType) {
+    if (is_serial(form)) {
+        line = open_peer(target);
+        if (line.initResult != 0) {
+            log_locked(kLogError,
+                       "oSerialClient.init error! pCharsCOMPort=%s, nSerialPortValueIndex=%d, "
+                       "err=%d",
+                       target.portName.c_str(), target.speedIndex, line.initResult);
+            return -1;
+        }
+        controllerType = line.peer->m_DeviceType;
+        return 0;
+    }
+    const int32_t ping = ping_controller_type(target, controllerType);
+    if (ping != 0) console_printf("cmd_tcpPing run error...");
+    return ping;
+}
+
 // Encodes the frame strip on a temporary area at column 0. Empty optional when the PNG does
 // not read.
 std::optional<std::vector<uint8_t>> encode_frame(const InfosRequestG6 &request) {
@@ -38,22 +59,9 @@ int32_t worker(const Target &target, InfosForm form, E_ScreenColor_G56 color,
                request.rect.height, firstFont.c_str());
     OpenPeer line;
     uint16_t controllerType = 0;
-    if (is_serial(form)) {
-        line = open_peer(target);
-        if (line.initResult != 0) {
-            log_locked(kLogError,
-                       "oSerialClient.init error! pCharsCOMPort=%s, nSerialPortValueIndex=%d, "
-                       "err=%d",
-                       target.portName.c_str(), target.speedIndex, line.initResult);
-            return -1;
-        }
-        controllerType = line.peer->m_DeviceType;
-    } else {
-        const int32_t ping = ping_controller_type(target, controllerType);
-        if (ping != 0) {
-            console_printf("cmd_tcpPing run error...");
-            return ping;
-        }
+    if (const int32_t learnt = learn_controller_type(target, form, line, controllerType);
+        learnt != 0) {
+        return learnt;
     }
     const uint32_t doubleColor =
         form == InfosForm::V2 ? static_cast<uint32_t>(g_dualPixel.load()) : kItemListDoubleColor;
@@ -150,23 +158,13 @@ int32_t worker(const Target &target, InfosForm form, E_ScreenColor_G56 color,
 int32_t add_area_infos_g6(const Target &target, InfosForm form, E_ScreenColor_G56 color,
                           const InfosRequestG6 &request) {
     uint16_t controllerType = 0;
-    if (is_serial(form)) {
-        // The line is opened for its type and closed again before the worker opens it: an
+    {
+        // A serial line is opened for its type and closed again before the worker opens it: an
         // exclusive line cannot be opened twice.
-        OpenPeer line = open_peer(target);
-        if (line.initResult != 0) {
-            log_locked(kLogError,
-                       "oSerialClient.init error! pCharsCOMPort=%s, nSerialPortValueIndex=%d, "
-                       "err=%d",
-                       target.portName.c_str(), target.speedIndex, line.initResult);
-            return -1;
-        }
-        controllerType = line.peer->m_DeviceType;
-    } else {
-        const int32_t ping = ping_controller_type(target, controllerType);
-        if (ping != 0) {
-            console_printf("cmd_tcpPing run error...");
-            return ping;
+        OpenPeer line;
+        if (const int32_t learnt = learn_controller_type(target, form, line, controllerType);
+            learnt != 0) {
+            return learnt;
         }
     }
     if (form != InfosForm::V2Serial) {
