@@ -395,6 +395,8 @@ int32_t send_text(Context &c) {
     const auto w = static_cast<uint16_t>(o.width), h = static_cast<uint16_t>(o.height);
     const auto effect = static_cast<uint8_t>(o.effect);
     const auto size = static_cast<uint16_t>(o.size);
+    // Rendering leaves the library's debugging pictures ("0.png", ...) in the working folder.
+    ScratchDir scratch;
     if (family == Family::G6) {
         ZelDynamicAreaParams_G6 where{};
         where.AreaType = 16;
