@@ -29,7 +29,8 @@ from . import _native
 from .records import *  # noqa: F401,F403  (the records are part of the package's interface)
 from .records import (TextPageParams_G5, TextPageParams_G6, ZelAreaRecord_G5, ZelAreaRecord_G6,
                       ZelDirectoryRecord, ZelPingRecord, ZelProgramFile_G5, ZelProgramFile_G6,
-                      ZelProgramHeader_G5, ZelProgramHeader_G6)
+                      ZelProgramHeader_G5, ZelProgramHeader_G6, ZelDynamicAreaParams_G6,
+                      ZelFrameHeader_G5, ZelTextStyleRecord)
 
 # The library's result codes (besides 0, success, and the controllers' own positive codes).
 ANSWER_TOO_LONG = 1
@@ -103,6 +104,15 @@ def set_screen(color, controller_type, double_color=1):
 def set_packet_length(length):
     """Sets the block size of file writes (1024 by default)."""
     _call("zelDual_set_packetLen", length)
+
+
+# The low bytes of the controller types that speak the G6 protocol.
+_G6_TYPE_BYTES = frozenset({0x58, 0x62, 0x63, 0x64, 0x66, 0x74})
+
+
+def is_g6(controller_type):
+    """Whether a controller type (a ping's ControllerType) is of the G6 family."""
+    return (controller_type & 0xFF) in _G6_TYPE_BYTES
 
 
 class Controller:
@@ -187,6 +197,46 @@ class Controller:
         finally:
             if record.entries:
                 library().zelDual_cmd_ofs_freeDirBlock(ctypes.byref(record))
+
+    def _is_g6(self, family):
+        if family is None:
+            return is_g6(self.ping().ControllerType)
+        if family not in ("G5", "G6"):
+            raise ValueError('family is "G5", "G6" or None (ask the controller)')
+        return family == "G6"
+
+    def show_text(self, area_id, x, y, width, height, text, font="DejaVu Sans",
+                  screen_color=SCREEN_ONE_COLOR, effect=1, family=None, **style):
+        """Shows ``text`` at once in dynamic area ``area_id`` (added, or replaced when it is
+        there), without a program. ``font`` is a family name, or a .ttf/.ttc file. ``style``
+        sets fields of the text's style (fontSize, fontColor, arrMode, fontBold, fontItalic,
+        horizontalAlign, verticalAlign) over a default of multi-line, 12 points, red, centred.
+        ``family`` "G5" or "G6" saves the ping that otherwise tells them apart (the library
+        pings again before it sends)."""
+        g6 = self._is_g6(family)
+        font, text = _text(str(font) if not isinstance(font, bytes) else font), _text(text)
+        if g6:
+            page = _text_params(TextPageParams_G6, None, dict(style, displayEffect=effect))
+            area = ZelDynamicAreaParams_G6(AreaType=16, AreaX=x, AreaY=y, AreaWidth=width,
+                                           AreaHeight=height)
+            self._cmd("zelDual_dynamicArea_AddAreaTxtDetails_6G", screen_color, area_id,
+                      ctypes.byref(area), ctypes.byref(page), font, text)
+            return
+        record = _text_params(ZelTextStyleRecord, None, style)
+        frame = ZelFrameHeader_G5()  # a G5 dynamic area has no frame
+        # The head's first byte is the area's number; head word 5 and an empty list.
+        self._cmd("zelDual_dynamicArea_AddAreaWithTxt_Point_5G", screen_color, area_id, 0, 5,
+                  1, 0, None, 0, x, y, width, height, ctypes.byref(frame), effect, 0, 0, 0, 0,
+                  ctypes.byref(record), font, text)
+
+    def delete_dynamic_area(self, area_id=None, family=None):
+        """Deletes dynamic area ``area_id`` (up to 64 on a G5), or every one for None."""
+        g6 = self._is_g6(family)
+        number = 0xFF if area_id is None else area_id
+        if g6:
+            self._cmd("zelDual_dynamicArea_DelArea_6G", number)
+        else:
+            self._cmd("zelDual_dynamicArea_DelArea_5G", number - 256 if number > 127 else number)
 
     def delete_files(self, *names):
         """Deletes files of the ordinary space by their four-character names."""

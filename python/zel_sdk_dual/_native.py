@@ -3,9 +3,9 @@
 import ctypes
 import ctypes.util
 import os
-from ctypes import POINTER, c_char_p, c_int32, c_size_t, c_uint8, c_uint16, c_uint32
+from ctypes import POINTER, c_char_p, c_int8, c_int32, c_size_t, c_uint8, c_uint16, c_uint32
 
-from .records import (AnalogClockRecord, OnePageResult, TextPageParams_G5, TextPageParams_G6,
+from .records import (AnalogClockRecord, ZelDynamicAreaParams_G6, ZelTextStyleRecord, OnePageResult, TextPageParams_G5, TextPageParams_G6,
                       TimeContentRecord, ZelAreaRecord_G5, ZelAreaRecord_G6, ZelBattleTime_G6,
                       ZelCrc16Record, ZelCrc32Record, ZelDialMarkColors, ZelDirectoryRecord,
                       ZelFrameHeader_G5, ZelFrameParams_G6, ZelPingRecord, ZelPlayPeriods_G5,
@@ -133,6 +133,18 @@ _PROTOTYPES = {
                                                   c_uint32, POINTER(ZelDialMarkColors)],
     "zelDual_program_timeAreaSetBattleTime_G6": [c_uint16, POINTER(ZelBattleTime_G6)],
     "zelDual_program_timeAreaCancleBattleTime_G6": [c_uint16],
+    # Dynamic areas. The G5 text goes through the form that takes its frame and style by
+    # pointer: ctypes cannot pass packed records by value the way the C compiler does.
+    "zelDual_dynamicArea_SetDualPixel": [c_int32],
+    "zelDual_dynamicArea_AddAreaWithTxt_Point_5G": _addr + [
+        c_int32, c_uint8, c_uint8, c_uint16, c_uint8, c_uint16, POINTER(c_uint16), c_uint8,
+        c_uint16, c_uint16, c_uint16, c_uint16, POINTER(ZelFrameHeader_G5), c_uint8, c_uint8,
+        c_uint8, c_uint16, c_uint8, POINTER(ZelTextStyleRecord), c_char_p, c_char_p],
+    "zelDual_dynamicArea_AddAreaTxtDetails_6G": [c_char_p, c_uint32, c_int32, c_uint8,
+                                                 POINTER(ZelDynamicAreaParams_G6),
+                                                 POINTER(TextPageParams_G6), c_char_p, c_char_p],
+    "zelDual_dynamicArea_DelArea_5G": _addr + [c_int8],
+    "zelDual_dynamicArea_DelArea_6G": [c_char_p, c_uint32, c_uint8],
 }
 
 def library_path():

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "sim/app/panel_hook.h"
+#include "sim/panel/dynamic_decoder.h"
 #include "sim/protocol/sim_control.h"
 #include "sim/protocol/sim_files.h"
 #include "support/sim_fixture.h"
@@ -234,6 +235,56 @@ TEST_F(ZelctlTest, ShowsAProgressBarOnATerminalOnly) {
     EXPECT_EQ(piped.err.find('['), std::string::npos) << piped.err;
     EXPECT_EQ(piped.out.find('['), std::string::npos) << piped.out;
     EXPECT_NE(piped.out.find("P007 written"), std::string::npos) << piped.out;
+}
+
+// A text in a dynamic area of each family (the family from the ping), then deletes: one area,
+// every area, and a delete that names the family so that no ping goes first.
+TEST_F(ZelctlTest, SendsAndDeletesADynamicText) {
+    for (const uint16_t type : {uint16_t{0x0051}, uint16_t{0x0063}}) {
+        SCOPED_TRACE(type);
+        const bool g6 = type == 0x0063;
+        start_sim(type);
+        const auto dynamic = [&] {
+            std::vector<sim::Request> out;
+            for (const sim::Request &q : sim().commands())
+                if (q.group == 0xA7) out.push_back(q);
+            return out;
+        };
+        Outcome r = zelctl(at() + " send-text --json --area 3 --x 32 --y 0 --width 64 --height 32"
+                                  " --size 12 --color red --effect 1 'P 42'");
+        ASSERT_EQ(r.status, 0) << r.out << r.err;
+        const json answer = json::parse(r.out);
+        EXPECT_EQ(answer["family"], g6 ? "G6" : "G5");
+        EXPECT_EQ(answer["area"], 3);
+        auto got = dynamic();
+        ASSERT_EQ(got.size(), 1u);
+        EXPECT_EQ(got[0].version, 240);
+        const auto decoded =
+            sim::decode_dynamic(got[0].data, g6 ? sim::DynamicFamily::G6 : sim::DynamicFamily::G5);
+        ASSERT_TRUE(decoded.ok()) << decoded.error->what << " at " << decoded.error->offset;
+        ASSERT_EQ(decoded.command->areas.size(), 1u);
+        const auto &area = decoded.command->areas[0];
+        EXPECT_EQ(area.areaID, 3);
+        EXPECT_EQ(area.area.x, 32);
+        EXPECT_EQ(area.area.y, 0);
+        EXPECT_EQ(area.area.width, 64);
+        EXPECT_EQ(area.area.height, 32);
+        ASSERT_EQ(area.area.pages.size(), 1u);
+        EXPECT_EQ(area.area.pages[0].effect(), 1);
+        // one-colour pixels of a 64 x 32 page: 8 bytes a row
+        EXPECT_EQ(area.area.pages[0].pixels.size(), 256u);
+        if (!g6) EXPECT_EQ(area.g5.headByte0, 3);
+
+        r = zelctl(at() + " send-text --delete 3");
+        ASSERT_EQ(r.status, 0) << r.err;
+        EXPECT_EQ(dynamic().back().data, (std::vector<uint8_t>{1, 0xA7, 1, 0, 0, 1, 3}));
+        r = zelctl(at() + " send-text --family " + (g6 ? "G6" : "G5") + " --delete 255");
+        ASSERT_EQ(r.status, 0) << r.err;
+        EXPECT_EQ(dynamic().size(), 3u);
+        if (!g6) EXPECT_EQ(dynamic().back().data, (std::vector<uint8_t>{1, 0xA7, 1, 0, 0, 0xFF}));
+    }
+    // No text and no --delete: a wrong command line.
+    EXPECT_EQ(zelctl(at() + " send-text --family G5 --width 8 --height 8").status, 110);
 }
 
 #else

@@ -333,6 +333,116 @@ int32_t send_program(Context &c) {
     return r;
 }
 
+// The controller's family: --family, or a ping (the line's probe over a serial line).
+int32_t dynamic_family(Context &c, Family &family) {
+    const Target &t = c.options.target;
+    if (!c.options.family.empty()) {
+        family = c.options.family == "G6" ? Family::G6 : Family::G5;
+        return 0;
+    }
+    ZelPingRecord record{};
+    const int32_t r = t.is_serial() ? zelDual_cmd_uart_searchController(&record, t.serial.c_str())
+                                    : zelDual_cmd_tcpPing(t.host.c_str(), t.port, &record);
+    if (r == 0) family = family_of(record.ControllerType);
+    return r;
+}
+
+int32_t delete_dynamic(Context &c, Family family) {
+    const Target &t = c.options.target;
+    const auto id = static_cast<uint8_t>(c.options.deleteArea);
+    c.report.set("deleted", c.options.deleteArea == 255 ? Json("all") : Json(id));
+    if (family == Family::G6) {
+        return t.is_serial() ? zelDual_dynamicArea_DelArea_6G_Serial(t.serial.c_str(),
+                                                                     t.speed_index(), id)
+                             : zelDual_dynamicArea_DelArea_6G(t.host.c_str(), t.port, id);
+    }
+    // The G5 delete takes a signed number: 255 goes out as -1, every area.
+    const auto number = static_cast<int8_t>(id);
+    return t.is_serial() ? zelDual_dynamicArea_DelArea_G5_Serial(t.serial.c_str(), t.speed_index(),
+                                                                 number)
+                         : zelDual_dynamicArea_DelArea_5G(t.host.c_str(), t.port, number);
+}
+
+// Adds (or replaces) a dynamic area holding one text, or deletes one with --delete.
+int32_t send_text(Context &c) {
+    const Options &o = c.options;
+    const Target &t = o.target;
+    const bool deleting = o.deleteArea >= 0;
+    if (!deleting) {
+        if (o.text.empty()) throw UsageError("send-text needs a TEXT (or --delete ID)");
+        if (o.width == 0 || o.height == 0) throw UsageError("send-text needs --width and --height");
+        if (!o.font.empty() && !o.fontFile.empty())
+            throw UsageError("give --font or --font-file, not both");
+    }
+    Family family = Family::G5;
+    int32_t r = dynamic_family(c, family);
+    if (r != 0) return r;
+    c.report.set("family", family == Family::G6 ? "G6" : "G5");
+    if (deleting) {
+        r = delete_dynamic(c, family);
+        if (r == 0) c.report.say("dynamic area " + std::to_string(o.deleteArea) + " deleted");
+        return r;
+    }
+    // A family name reaches the library as GBK text; a font file's path as it is.
+    const std::string font = !o.fontFile.empty()
+                                 ? fs::absolute(o.fontFile).string()
+                                 : to_gbk(o.font.empty() ? "DejaVu Sans" : o.font, "--font");
+    const std::string text = to_gbk(o.text, "TEXT");
+    const uint32_t colour = parse_colour(o.color, "--color");
+    const auto screen = static_cast<E_ScreenColor_G56>(o.screenColor);
+    const auto area = static_cast<uint8_t>(o.area);
+    const auto x = static_cast<uint16_t>(o.x), y = static_cast<uint16_t>(o.y);
+    const auto w = static_cast<uint16_t>(o.width), h = static_cast<uint16_t>(o.height);
+    const auto effect = static_cast<uint8_t>(o.effect);
+    const auto size = static_cast<uint16_t>(o.size);
+    // Rendering leaves the library's debugging pictures ("0.png", ...) in the working folder.
+    ScratchDir scratch;
+    if (family == Family::G6) {
+        ZelDynamicAreaParams_G6 where{};
+        where.AreaType = 16;
+        where.AreaX = x;
+        where.AreaY = y;
+        where.AreaWidth = w;
+        where.AreaHeight = h;
+        TextPageParams_G6 page{};
+        page.displayEffect = effect;
+        page.arrMode = 1;
+        page.fontSize = size;
+        page.fontColor = colour;
+        page.horizontalAlign = 1;
+        page.verticalAlign = 1;
+        r = t.is_serial() ? zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(
+                                t.serial.c_str(), t.speed_index(), screen, area, &where, &page,
+                                font.c_str(), text.c_str())
+                          : zelDual_dynamicArea_AddAreaTxtDetails_6G(t.host.c_str(), t.port, screen,
+                                                                     area, &where, &page,
+                                                                     font.c_str(), text.c_str());
+    } else {
+        ZelTextStyleRecord style{};
+        style.arrMode = 1;
+        style.fontSize = size;
+        style.fontColor = colour;
+        style.horizontalAlign = 1;
+        style.verticalAlign = 1;
+        const ZelFrameHeader_G5 frame{}; // a G5 dynamic area has no frame
+        // The head's first byte is the area's number; the head word 5 and the empty list are
+        // the controller's defaults.
+        constexpr uint16_t kHeadWord = 5;
+        r = t.is_serial()
+                ? zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(
+                      t.serial.c_str(), t.speed_index(), screen, area, 0, kHeadWord, 1, 0, nullptr,
+                      0, x, y, w, h, frame, effect, 0, 0, 0, 0, style, font.c_str(), text.c_str())
+                : zelDual_dynamicArea_AddAreaWithTxt_5G(t.host.c_str(), t.port, screen, area, 0,
+                                                        kHeadWord, 1, 0, nullptr, 0, x, y, w, h,
+                                                        frame, effect, 0, 0, 0, 0, style,
+                                                        font.c_str(), text.c_str());
+    }
+    c.report.set("area", area);
+    if (r == 0)
+        c.report.say("dynamic area " + std::to_string(area) + " shows \"" + o.text + "\"");
+    return r;
+}
+
 // ---- the table ------------------------------------------------------------------------------
 
 struct CommandSpec {
@@ -424,6 +534,34 @@ std::vector<CommandSpec> command_table() {
              a.add_option("FILE", o.file, "the program description (JSON)")->required();
          },
          send_program},
+        {"", "send-text",
+         "Show a text in a dynamic area at once, without a program (or delete an area)",
+         [](CLI::App &a, Options &o) {
+             a.add_option("TEXT", o.text, "the text (UTF-8)");
+             a.add_option("--area", o.area, "the dynamic area's number (default 1)")
+                 ->check(CLI::Range(0, 255));
+             a.add_option("--x", o.x, "left edge, pixels")->check(CLI::Range(0, 65535));
+             a.add_option("--y", o.y, "top edge, pixels")->check(CLI::Range(0, 65535));
+             a.add_option("--width", o.width, "width, pixels")->check(CLI::Range(1, 65535));
+             a.add_option("--height", o.height, "height, pixels")->check(CLI::Range(1, 65535));
+             a.add_option("--font", o.font, "font family name (default DejaVu Sans)");
+             a.add_option("--font-file", o.fontFile, "a .ttf or .ttc font file instead");
+             a.add_option("--size", o.size, "font size, points (default 12)")
+                 ->check(CLI::Range(1, 255));
+             a.add_option("--color", o.color,
+                          "colour code 0 to 7, a colour name or #RRGGBB (default 1, red)");
+             a.add_option("--effect", o.effect, "display effect byte (default 1)")
+                 ->check(CLI::Range(0, 255));
+             a.add_option("--screen-color", o.screenColor,
+                          "the screen's colour class: 1 one colour (default), 2 two, 3 three, "
+                          "4 full colour")
+                 ->check(CLI::Range(1, 4));
+             a.add_option("--family", o.family, "G5 or G6 instead of asking the controller")
+                 ->check(CLI::IsMember({"G5", "G6"}));
+             a.add_option("--delete", o.deleteArea, "delete this dynamic area (255: all of them)")
+                 ->check(CLI::Range(0, 255));
+         },
+         send_text},
     };
 }
 

@@ -43,6 +43,18 @@ struct Options {
     std::string outFile;
     unsigned fileType = 0;
     unsigned mode = 1;
+    // send-text
+    unsigned area = 1;
+    unsigned x = 0, y = 0, width = 0, height = 0;
+    std::string font;
+    std::string fontFile;
+    unsigned size = 12;
+    std::string color = "1";
+    unsigned effect = 1;
+    int deleteArea = -1; // -1: add a text; otherwise the area to delete (255: all of them)
+    std::string family; // "", "G5" or "G6"
+    std::string text;
+    unsigned screenColor = 1;
 };
 
 struct Context {

@@ -88,23 +88,6 @@ template <std::size_t N> void raw_bytes(const Json &object, const char *key, uin
     }
 }
 
-// The library takes GBK text.
-std::string to_gbk(const std::string &utf8, const std::string &where) {
-    iconv_t cd = ::iconv_open("GBK", "UTF-8");
-    if (cd == reinterpret_cast<iconv_t>(-1)) throw ProgramError("cannot convert text to GBK");
-    std::string out(utf8.size() * 2 + 4, '\0');
-    char *in = const_cast<char *>(utf8.data());
-    size_t inLeft = utf8.size();
-    char *dst = out.data();
-    size_t outLeft = out.size();
-    const size_t r = ::iconv(cd, &in, &inLeft, &dst, &outLeft);
-    ::iconv_close(cd);
-    if (r == static_cast<size_t>(-1))
-        throw ProgramError(where + ": the text has a character that GBK does not have");
-    out.resize(out.size() - outLeft);
-    return out;
-}
-
 // Strings the library keeps as pointers until integration live here until the build ends.
 class Builder {
   public:
@@ -476,6 +459,31 @@ Family family_of(uint16_t controllerType) {
     case 0x58: case 0x62: case 0x63: case 0x64: case 0x66: case 0x74: return Family::G6;
     default: return Family::G5;
     }
+}
+
+std::string to_gbk(const std::string &utf8, const std::string &where) {
+    iconv_t cd = ::iconv_open("GBK", "UTF-8");
+    if (cd == reinterpret_cast<iconv_t>(-1)) throw ProgramError("cannot convert text to GBK");
+    std::string out(utf8.size() * 2 + 4, '\0');
+    char *in = const_cast<char *>(utf8.data());
+    size_t inLeft = utf8.size();
+    char *dst = out.data();
+    size_t outLeft = out.size();
+    const size_t r = ::iconv(cd, &in, &inLeft, &dst, &outLeft);
+    ::iconv_close(cd);
+    if (r == static_cast<size_t>(-1))
+        throw ProgramError(where + ": the text has a character that GBK does not have");
+    out.resize(out.size() - outLeft);
+    return out;
+}
+
+uint32_t parse_colour(const std::string &text, const std::string &where) {
+    Json holder;
+    if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos)
+        holder["color"] = static_cast<uint32_t>(std::stoul(text));
+    else
+        holder["color"] = text;
+    return colour(holder, "color", 1, where);
 }
 
 Json read_description(const std::string &path) {

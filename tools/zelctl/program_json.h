@@ -38,6 +38,13 @@ struct BuiltProgram {
     Json areas = Json::array();   // id and kind of every area, for the report
 };
 
+// The library takes GBK text; `where` names the text in the error.
+std::string to_gbk(const std::string &utf8, const std::string &where);
+
+// A colour as a person writes it: a colour code (0 to 7, or a larger 0x00RRGGBB number), a
+// colour name ("red") or #RRGGBB.
+uint32_t parse_colour(const std::string &text, const std::string &where);
+
 // Reads a description. Relative paths in it are taken from `baseDir`.
 Json read_description(const std::string &path);
 
