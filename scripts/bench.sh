@@ -11,7 +11,7 @@ bash scripts/setup.sh
 repetitions=${ZEL_BENCH_REPETITIONS:-5}
 filter=${ZEL_BENCH_FILTER:-.}
 out=build-bench
-programs=(crc_bench wire_bench encode_bench layout_bench program_bench transfer_bench)
+programs=(crc_bench wire_bench encode_bench layout_bench program_bench transfer_bench dynamic_bench)
 
 cmake -S . -B "$out" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZEL_TESTS=OFF >/dev/null
 cmake --build "$out" -j2 --target "${programs[@]}"

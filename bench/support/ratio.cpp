@@ -64,9 +64,9 @@ class RatioReporter : public benchmark::ConsoleReporter {
         for (const Comparison &c : comparisons()) {
             std::printf("\n%s (%s time)\n\n", c.title.c_str(),
                         c.clock == Clock::Cpu ? "CPU" : "real");
-            std::printf("| case | %s | %s | throughput | ratio | target |\n", c.subject.c_str(),
-                        c.reference.c_str());
-            std::printf("|---|---:|---:|---:|---:|---:|\n");
+            std::printf("| case | %s | %s | throughput | ratio | difference | target |\n",
+                        c.subject.c_str(), c.reference.c_str());
+            std::printf("|---|---:|---:|---:|---:|---:|---:|\n");
             for (const Key &key : m_keys) {
                 if (key.first != c.subject) continue;
                 const Timing &subject = m_timings.at(key);
@@ -88,9 +88,14 @@ class RatioReporter : public benchmark::ConsoleReporter {
                 if (c.target > 0)
                     std::snprintf(target, sizeof target, "%s %g×",
                                   ratio >= c.target ? "≥" : "MISSED", c.target);
-                std::printf("| %s | %s | %s | %s | %.2f× | %s |\n",
+                else if (c.within > 0)
+                    std::snprintf(target, sizeof target, "%s %s",
+                                  s - r <= c.within ? "≤" : "MISSED", format_time(c.within).c_str());
+                const std::string difference =
+                    (s < r ? "-" : "+") + format_time(s < r ? r - s : s - r);
+                std::printf("| %s | %s | %s | %s | %.2f× | %s | %s |\n",
                             key.second.empty() ? "-" : key.second.c_str(), format_time(s).c_str(),
-                            format_time(r).c_str(), throughput, ratio, target);
+                            format_time(r).c_str(), throughput, ratio, difference.c_str(), target);
             }
         }
     }

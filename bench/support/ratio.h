@@ -1,8 +1,9 @@
 // Ratios between benchmarks of one run. A benchmark program declares pairs of a subject and
 // the reference it is measured against; every program links this part's main, which runs the
 // benchmarks as usual and then prints one table row per pair of runs with the same arguments:
-// both times, the subject's throughput where it counts bytes or pixels, and the ratio
-// reference time / subject time (above 1: the subject is that many times faster). With
+// both times, the subject's throughput where it counts bytes or pixels, the ratio
+// reference time / subject time (above 1: the subject is that many times faster) and the
+// difference subject time - reference time. With
 // --benchmark_repetitions the medians are compared. Absolute times depend on the machine and its
 // load; the ratios are what to compare.
 #pragma once
@@ -26,6 +27,9 @@ struct Comparison {
     // How many of the reference's units one iteration of the subject covers (its time is
     // divided by this before the comparison).
     double subject_units = 1;
+    // The most the subject may take beyond the reference, in seconds (0: no such target),
+    // printed next to the difference.
+    double within = 0;
 };
 
 // Declares a comparison; returns true so that it can initialise a static.

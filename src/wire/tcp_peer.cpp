@@ -9,8 +9,6 @@ namespace zel {
 namespace {
 
 constexpr uint32_t kMsPerSecond = 1000;
-constexpr uint32_t kSettleAfterConnectMs = 5;
-constexpr uint32_t kPauseAfterCloseMs = 10;
 
 } // namespace
 
@@ -41,7 +39,7 @@ int32_t TcpPeer::connect(const char *address, uint16_t port, uint32_t timeoutSec
         return -1;
     }
     platform::set_blocking(m_socket, true);
-    platform::sleep_ms(kSettleAfterConnectMs);
+    platform::sleep_ms(kTcpSettleAfterConnectMs);
     return 0;
 }
 
@@ -91,7 +89,7 @@ void TcpPeer::close() {
         return;
     }
     platform::socket_shutdown_close(m_socket);
-    platform::sleep_ms(kPauseAfterCloseMs);
+    platform::sleep_ms(kTcpPauseAfterCloseMs);
     m_socket = -1;
 }
 

@@ -11,6 +11,9 @@ namespace zel {
 // Seconds: connecting, being able to send, and each answer.
 inline constexpr uint32_t kConnectTimeout = 5;
 inline constexpr uint32_t kSendReadyTimeout = 3;
+// Milliseconds: the pause after a connection is made, and the one after it is closed.
+inline constexpr uint32_t kTcpSettleAfterConnectMs = 5;
+inline constexpr uint32_t kTcpPauseAfterCloseMs = 10;
 
 class TcpPeer : public KOR_command {
   public:

@@ -1,5 +1,6 @@
 // Many hosts at once: 64 threads, each driving a simulated controller of its own on a loopback
-// port through the C functions, with a mix of control commands and file writes. Every command
+// port through the C functions, with a mix of control commands, file writes and dynamic-area
+// pushes (which queue on the library's rendering lock, one thread at a time). Every command
 // must arrive whole and give its defined result, and the process must come out of it with its
 // memory flat and the descriptors it had.
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <array>
 #include <atomic>
 #include <barrier>
+#include <cstring>
 #include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
@@ -17,6 +19,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "program/program_fixtures.h"
 #include "sdk/crc.h"
 #include "sim/protocol/sim_control.h"
 #include "sim/protocol/sim_files.h"
@@ -31,10 +34,16 @@ namespace {
 constexpr int kHosts = 64;
 constexpr int kWarmUpRounds = 2;
 constexpr const char *kHost = "127.0.0.1";
+constexpr uint8_t kGroupDynamic = 0xA7;
+// Rendering is serialised across the process: a host pushes its dynamic area every few rounds
+// (the hosts in turn, a sixteenth of them a round), and deletes it after every other push.
+constexpr int kPushEvery = 4;
+constexpr int kDeleteEvery = 2 * kPushEvery;
 
-// Every command is a connection of its own, and each closed connection holds its local port
-// for a minute: 64 hosts × 40 rounds × 5 steps stay well inside the 28 000 ports of the usual
-// ephemeral range. More rounds run out of ports, not out of the library.
+// Every command is a connection of its own (a dynamic push two: its ping and its exchange), and
+// each closed connection holds its local port for a minute: 64 hosts × 40 rounds × some 6
+// connections stay well inside the 28 000 ports of the usual ephemeral range. More rounds run out
+// of ports, not out of the library.
 int rounds() {
     const char *env = std::getenv("ZEL_SOAK_ROUNDS");
     return env != nullptr ? std::max(kWarmUpRounds + 1, std::atoi(env)) : 40;
@@ -81,13 +90,14 @@ struct Host {
     }
 
     // The steps of one round; each checks its result and what the controller received.
-    // Dynamic areas: when they land, add their step (send an area, check what the controller
-    // shows) to the list that steps() returns.
     std::vector<std::function<void(int)>> steps() {
-        return {[this](int r) { ping(r); }, [this](int r) { brightness(r); },
+        return {[this](int r) { ping(r); },       [this](int r) { brightness(r); },
                 [this](int r) { identifier(r); }, [this](int r) { status(r); },
-                [this](int r) { write_file(r); }};
+                [this](int r) { write_file(r); }, [this](int r) { dynamic_area(r); }};
     }
+    // The host's own dynamic area number (1 to 64) and the column it starts at.
+    uint8_t area_number() const { return static_cast<uint8_t>(index + 1); }
+    uint16_t area_x() const { return static_cast<uint16_t>(index * 8); }
 
     // Exactly the commands of one call reach the controller (the probe aside).
     void expect_commands(int round, std::size_t count, const char *what) {
@@ -158,6 +168,61 @@ struct Host {
         expect(file && file->bytes == image, round, "file arrived changed");
         expect_commands(round, 4, "file write");
     }
+
+    // The dynamic commands that reached this host's controller since the last check.
+    std::vector<std::vector<uint8_t>> dynamic_data() {
+        std::vector<std::vector<uint8_t>> out;
+        for (const sim::Request &r : sim->commands()) {
+            if (r.group == kGroupDynamic) out.push_back(r.data);
+        }
+        return out;
+    }
+
+    // A G5 text area of 64 × 32 at the host's own column and number, then, every other time,
+    // its deletion.
+    void dynamic_area(int round) {
+        const int turn = round + index;
+        if (turn % kPushEvery != 0) return;
+        ZelTextStyleRecord style;
+        std::memset(&style, 0, sizeof style);
+        style.fontSize = 14;
+        style.fontColor = 1;
+        style.horizontalAlign = 1;
+        style.verticalAlign = 1;
+        const ZelFrameHeader_G5 frame{};
+        const std::string text = std::to_string(index);
+        expect(zelDual_dynamicArea_AddAreaWithTxt_5G(
+                   kHost, port(), ZEL_SCREEN_ONE_COLOR, area_number(), 0, 5, 1, 0, nullptr, 0,
+                   area_x(), 0, 64, 32, frame, 1, 1, 1, 300, 1, style, test::kDejaVu,
+                   text.c_str()) == 0,
+               round, "dynamic push failed");
+        auto got = dynamic_data();
+        if (got.size() != 1) {
+            fail(round, "dynamic push: " + std::to_string(got.size()) + " areas arrived");
+        } else {
+            // One page of one-colour pixels, 8 bytes a row of 64: the head, the area and a page
+            // head of 17 bytes ahead of 256 bytes make 9 + 24 + 17 + 256.
+            const std::vector<uint8_t> &d = got[0];
+            const auto u16 = [&d](std::size_t at) { return d[at] | (d[at + 1] << 8); };
+            const bool head = d.size() == 306 && d[0] == 1 && d[1] == kGroupDynamic &&
+                              d[2] == 0 && u16(5) == 297 && u16(7) == 0 && d[9] == area_number() &&
+                              u16(11) == 5 && d[13] == 1 && d[21] == 16;
+            expect(head, round, "dynamic push arrived with another head");
+            expect(head && u16(22) == area_x() && u16(24) == 0 && u16(26) == 64 &&
+                       u16(28) == 32 && d[30] == 0 && u16(31) == 1,
+                   round, "dynamic push arrived with another area");
+        }
+        expect_commands(round, 2, "dynamic push"); // its ping and the area
+        if (turn % kDeleteEvery != 0) return;
+        expect(zelDual_dynamicArea_DelArea_5G(kHost, port(),
+                                              static_cast<int8_t>(area_number())) == 0,
+               round, "dynamic delete failed");
+        got = dynamic_data();
+        expect(got.size() == 1 && got[0] == std::vector<uint8_t>{1, kGroupDynamic, 1, 0, 0, 1,
+                                                                 area_number()},
+               round, "dynamic delete arrived changed");
+        expect_commands(round, 1, "dynamic delete");
+    }
 };
 
 TEST(ConcurrencySoak, SixtyFourHostsDriveSixtyFourControllers) {
@@ -215,9 +280,18 @@ TEST(ConcurrencySoak, SixtyFourHostsDriveSixtyFourControllers) {
             for (const std::string &failure : host.failures)
                 ADD_FAILURE() << failure;
         }
-        // Every write printed its one line, nothing else was printed.
+        // Every write printed its one line and every push its screen's and its connection's,
+        // nothing else was printed.
         const std::string line = "g_packetLen ======= 1024 \n";
-        EXPECT_EQ(printed.size(), line.size() * kHosts * static_cast<std::size_t>(total));
+        const std::string pushLines = "color = 1, ControllerType = 81,  doubleColor = 1; \r\n"
+                                      "TK_Client init后，Client.m_DeviceType == 0x51 \n";
+        std::size_t pushes = 0;
+        for (int i = 0; i < kHosts; ++i) {
+            for (int round = 0; round < total; ++round)
+                pushes += (round + i) % kPushEvery == 0 ? 1 : 0;
+        }
+        EXPECT_EQ(printed.size(), line.size() * kHosts * static_cast<std::size_t>(total) +
+                                      pushLines.size() * pushes);
         // Flat: what the rounds after the warm-up added is far below what they moved (some
         // 64 × 10 KiB of files and frames a round).
         EXPECT_LT(residentEnd - residentWarm, 16 * 1024)
