@@ -2,12 +2,13 @@
 // the tests compare it with, on small, medium and large pages in every colour mode and pixel
 // mode that produces output. Reports megapixels per second ("Mpix/s"). BM_encodePixels runs
 // the kernel the processor gets (AVX2 where available); BM_encodePixels_portable forces the
-// kernel that runs everywhere else.
+// kernel that runs everywhere else. The ratios to the reference are printed at the end.
 #include "render/area.h"
 #include "render/encode.h"
 #include "render/plane_packer.h"
 
 #include "../tests/support/pixel_reference.h"
+#include "support/ratio.h"
 
 #include <benchmark/benchmark.h>
 
@@ -90,5 +91,11 @@ void page_args(benchmark::internal::Benchmark *b) {
 BENCHMARK(BM_encodePixels)->Apply(page_args);
 BENCHMARK(BM_encodePixels_portable)->Apply(page_args);
 BENCHMARK(BM_reference)->Apply(page_args);
+
+[[maybe_unused]] const bool kRatios =
+    zel::bench::compare({"Pixel encoding: the best kernel against the bit-by-bit reference",
+                         "BM_encodePixels", "BM_reference", 20}) &&
+    zel::bench::compare({"Pixel encoding: the portable kernel against the bit-by-bit reference",
+                         "BM_encodePixels_portable", "BM_reference"});
 
 } // namespace

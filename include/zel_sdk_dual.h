@@ -1,4 +1,5 @@
-/*
+/**
+ * @file
  * zel_sdk_dual: drives the controllers of G5 and G6 LED display panels.
  *
  * One C header for C and C++ hosts. Every function returns a 32-bit signed result unless its
@@ -44,40 +45,40 @@ extern "C" {
 
 /** Data range and result of zelDual_get_crc16. */
 typedef struct ZelCrc16Record {
-    const uint8_t *data; /* offset 0 */
-    uint32_t length;     /* offset 8 */
-    uint16_t crc;        /* offset 12: written by the call */
+    const uint8_t *data; /**< offset 0 */
+    uint32_t length;     /**< offset 8 */
+    uint16_t crc;        /**< offset 12: written by the call */
 } ZelCrc16Record;
 ZEL_STATIC_ASSERT(sizeof(ZelCrc16Record) == 14, "ZelCrc16Record is 14 bytes");
 
 /** Data range and result of zelDual_get_crc32. */
 typedef struct ZelCrc32Record {
-    const uint8_t *data; /* offset 0 */
-    uint32_t length;     /* offset 8 */
-    uint32_t crc;        /* offset 12: written by the call */
+    const uint8_t *data; /**< offset 0 */
+    uint32_t length;     /**< offset 8 */
+    uint32_t crc;        /**< offset 12: written by the call */
 } ZelCrc32Record;
 ZEL_STATIC_ASSERT(sizeof(ZelCrc32Record) == 16, "ZelCrc32Record is 16 bytes");
 
 /** The G5 program file image that zelDual_program_IntegrateProgramFile hands out. */
 typedef struct ZelProgramFile_G5 {
-    char fileName[4];   /* offset 0: ASCII, not terminated */
-    uint8_t fileType;   /* offset 4 */
-    uint32_t fileLen;   /* offset 5 */
-    uint8_t *fileData;  /* offset 9: owned by the host until zelDual_program_freeBuffer */
-    uint32_t fileCrc;   /* offset 17: the CRC-32 at the end of the image */
+    char fileName[4];   /**< offset 0: ASCII, not terminated */
+    uint8_t fileType;   /**< offset 4 */
+    uint32_t fileLen;   /**< offset 5 */
+    uint8_t *fileData;  /**< offset 9: owned by the host until zelDual_program_freeBuffer */
+    uint32_t fileCrc;   /**< offset 17: the CRC-32 at the end of the image */
 } ZelProgramFile_G5;
 ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G5) == 21, "ZelProgramFile_G5 is 21 bytes");
 
 /** The two G6 file images that zelDual_program_IntegrateProgramFile_G6 hands out. */
 typedef struct ZelProgramFile_G6 {
-    char programFileName[4]; /* offset 0 */
-    uint8_t programFileType; /* offset 4 */
-    uint32_t programFileLen; /* offset 5 */
-    uint8_t *programFileData; /* offset 9: owned by the host until zelDual_program_freeBuffer_G6 */
-    char dataFileName[4];    /* offset 17 */
-    uint8_t dataFileType;    /* offset 21 */
-    uint32_t dataFileLen;    /* offset 22 */
-    uint8_t *dataFileData;   /* offset 26: owned by the host until zelDual_program_freeBuffer_G6 */
+    char programFileName[4]; /**< offset 0 */
+    uint8_t programFileType; /**< offset 4 */
+    uint32_t programFileLen; /**< offset 5 */
+    uint8_t *programFileData; /**< offset 9: the host's until zelDual_program_freeBuffer_G6 */
+    char dataFileName[4];    /**< offset 17 */
+    uint8_t dataFileType;    /**< offset 21 */
+    uint32_t dataFileLen;    /**< offset 22 */
+    uint8_t *dataFileData;   /**< offset 26: the host's until zelDual_program_freeBuffer_G6 */
 } ZelProgramFile_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 bytes");
 
@@ -85,9 +86,9 @@ ZEL_STATIC_ASSERT(sizeof(ZelProgramFile_G6) == 34, "ZelProgramFile_G6 is 34 byte
 
 /** A controller's answer to ping, as the ping and search entries hand it on. */
 typedef struct ZelPingRecord {
-    uint16_t ControllerType;    /* offset 0: the controller type code (see the screen settings) */
-    uint8_t controllerData[30]; /* offset 2: controller-defined, passed on unexamined */
-    char address[20];           /* offset 32: the controller's address as dotted text, zero-padded */
+    uint16_t ControllerType;    /**< offset 0: the controller type code (see the screen settings) */
+    uint8_t controllerData[30]; /**< offset 2: controller-defined, passed on unexamined */
+    char address[20];           /**< offset 32: the address as dotted text, zero-padded */
 } ZelPingRecord;
 ZEL_STATIC_ASSERT(sizeof(ZelPingRecord) == 52, "ZelPingRecord is 52 bytes");
 
@@ -96,9 +97,9 @@ ZEL_STATIC_ASSERT(sizeof(ZelPingRecord) == 52, "ZelPingRecord is 52 bytes");
 
 /** A directory listing of the controller's ordinary file space (zelDual_cmd_ofsReedDirBlock). */
 typedef struct ZelDirectoryRecord {
-    uint8_t kindFilter; /* offset 0: set by the host before the listing */
-    uint16_t count;     /* offset 1: number of entries, written by the listing */
-    uint8_t *entries;   /* offset 3: count entries of 13 bytes, allocated by the listing; the
+    uint8_t kindFilter; /**< offset 0: set by the host before the listing */
+    uint16_t count;     /**< offset 1: number of entries, written by the listing */
+    uint8_t *entries;   /**< offset 3: count entries of 13 bytes, allocated by the listing; the
                            host hands it back through zelDual_cmd_ofs_freeDirBlock */
 } ZelDirectoryRecord;
 ZEL_STATIC_ASSERT(sizeof(ZelDirectoryRecord) == 11, "ZelDirectoryRecord is 11 bytes");
@@ -113,10 +114,10 @@ typedef enum E_ScreenColor_G56 : int32_t {
 #else
 typedef enum E_ScreenColor_G56 {
 #endif
-    ZEL_SCREEN_ONE_COLOR = 1,    /* one LED colour: one bit plane */
-    ZEL_SCREEN_TWO_COLORS = 2,   /* two LED colours: two bit planes */
-    ZEL_SCREEN_THREE_COLORS = 3, /* three LED colours: three bit planes */
-    ZEL_SCREEN_FULL_COLOR = 4    /* full colour: 16-bit or 24-bit pixels */
+    ZEL_SCREEN_ONE_COLOR = 1,    /**< one LED colour: one bit plane */
+    ZEL_SCREEN_TWO_COLORS = 2,   /**< two LED colours: two bit planes */
+    ZEL_SCREEN_THREE_COLORS = 3, /**< three LED colours: three bit planes */
+    ZEL_SCREEN_FULL_COLOR = 4    /**< full colour: 16-bit or 24-bit pixels */
 } E_ScreenColor_G56;
 ZEL_STATIC_ASSERT(sizeof(E_ScreenColor_G56) == 4, "E_ScreenColor_G56 is 32 bits");
 
@@ -126,31 +127,31 @@ ZEL_STATIC_ASSERT(sizeof(E_ScreenColor_G56) == 4, "E_ScreenColor_G56 is 32 bits"
 /** Page header and text style of the G5 text and picture entries (29 bytes). A picture reads
  *  only the first nine bytes. The entries zero the four reserved header bytes themselves. */
 typedef struct TextPageParams_G5 {
-    uint8_t pageByte0;       /* offset 0: for the controller */
-    uint8_t displayEffect;   /* offset 1: 4 and 38 roll a single line, 6 and 40 a column */
-    uint8_t pageByte2;       /* offset 2: for the controller */
-    uint8_t pageByte3;       /* offset 3: for the controller */
-    uint16_t pageWord4;      /* offset 4: for the controller */
-    uint8_t pageByte6;       /* offset 6: for the controller */
-    uint16_t pageWidth;      /* offset 7: replaced by the page width when the file is built */
-    uint32_t arrMode;        /* offset 9: 0 single line, 1 multi-line; others count as 1 */
-    uint16_t fontSize;       /* offset 13: points; drawn at round(size * 4 / 3) pixels */
-    uint32_t fontColor;      /* offset 15: 0 to 7 a colour code (bit 0 red, 1 green, 2 blue),
+    uint8_t pageByte0;       /**< offset 0: for the controller */
+    uint8_t displayEffect;   /**< offset 1: 4 and 38 roll a single line, 6 and 40 a column */
+    uint8_t pageByte2;       /**< offset 2: for the controller */
+    uint8_t pageByte3;       /**< offset 3: for the controller */
+    uint16_t pageWord4;      /**< offset 4: for the controller */
+    uint8_t pageByte6;       /**< offset 6: for the controller */
+    uint16_t pageWidth;      /**< offset 7: replaced by the page width when the file is built */
+    uint32_t arrMode;        /**< offset 9: 0 single line, 1 multi-line; others count as 1 */
+    uint16_t fontSize;       /**< offset 13: points; drawn at round(size * 4 / 3) pixels */
+    uint32_t fontColor;      /**< offset 15: 0 to 7 a colour code (bit 0 red, 1 green, 2 blue),
                                 otherwise 0x00RRGGBB */
-    uint8_t fontBold;        /* offset 19: non-zero for bold */
-    uint8_t fontItalic;      /* offset 20: non-zero for italic */
-    uint32_t styleWord12;    /* offset 21: carried, not drawn with */
-    uint16_t styleWord16;    /* offset 25: carried, not drawn with */
-    uint8_t horizontalAlign; /* offset 27: 0 to 3 */
-    uint8_t verticalAlign;   /* offset 28: 0 to 3 */
+    uint8_t fontBold;        /**< offset 19: non-zero for bold */
+    uint8_t fontItalic;      /**< offset 20: non-zero for italic */
+    uint32_t styleWord12;    /**< offset 21: carried, not drawn with */
+    uint16_t styleWord16;    /**< offset 25: carried, not drawn with */
+    uint8_t horizontalAlign; /**< offset 27: 0 to 3 */
+    uint8_t verticalAlign;   /**< offset 28: 0 to 3 */
 } TextPageParams_G5;
 ZEL_STATIC_ASSERT(sizeof(TextPageParams_G5) == 29, "TextPageParams_G5 is 29 bytes");
 
 /** One page of an area as a PNG, for a host's preview. */
 typedef struct OnePageResult {
-    uint16_t pageCount;     /* offset 0 */
-    uint32_t pngLength;     /* offset 2: bytes at pngData */
-    const uint8_t *pngData; /* offset 6: owned by the area, valid until its next preview */
+    uint16_t pageCount;     /**< offset 0 */
+    uint32_t pngLength;     /**< offset 2: bytes at pngData */
+    const uint8_t *pngData; /**< offset 6: owned by the area, valid until its next preview */
 } OnePageResult;
 ZEL_STATIC_ASSERT(sizeof(OnePageResult) == 14, "OnePageResult is 14 bytes");
 
@@ -158,24 +159,24 @@ ZEL_STATIC_ASSERT(sizeof(OnePageResult) == 14, "OnePageResult is 14 bytes");
  *  page header with one byte more for the controller, a byte not read, and the G5 style. A
  *  picture or background reads only the first ten bytes. */
 typedef struct TextPageParams_G6 {
-    uint8_t pageByte0;       /* offset 0: for the controller */
-    uint8_t displayEffect;   /* offset 1: 4 and 38 roll a single line, 6 and 40 a column */
-    uint8_t pageByte2;       /* offset 2: for the controller */
-    uint8_t pageByte3;       /* offset 3: for the controller */
-    uint16_t pageWord4;      /* offset 4: for the controller */
-    uint8_t pageByte6;       /* offset 6: for the controller */
-    uint16_t pageWidth;      /* offset 7: replaced by the page width when the file is built */
-    uint8_t pageByte10;      /* offset 9: for the controller (byte 10 of the page header) */
-    uint8_t unused10;        /* offset 10: not read */
-    uint32_t arrMode;        /* offset 11: 0 single line, 1 multi-line; others count as 1 */
-    uint16_t fontSize;       /* offset 15: points; drawn at round(size * 4 / 3) pixels */
-    uint32_t fontColor;      /* offset 17: 0 to 7 a colour code, otherwise 0x00RRGGBB */
-    uint8_t fontBold;        /* offset 21: non-zero for bold */
-    uint8_t fontItalic;      /* offset 22: non-zero for italic */
-    uint32_t styleWord12;    /* offset 23: carried, not drawn with */
-    uint16_t styleWord16;    /* offset 27: carried, not drawn with */
-    uint8_t horizontalAlign; /* offset 29: 0 to 3 */
-    uint8_t verticalAlign;   /* offset 30: 0 to 3 */
+    uint8_t pageByte0;       /**< offset 0: for the controller */
+    uint8_t displayEffect;   /**< offset 1: 4 and 38 roll a single line, 6 and 40 a column */
+    uint8_t pageByte2;       /**< offset 2: for the controller */
+    uint8_t pageByte3;       /**< offset 3: for the controller */
+    uint16_t pageWord4;      /**< offset 4: for the controller */
+    uint8_t pageByte6;       /**< offset 6: for the controller */
+    uint16_t pageWidth;      /**< offset 7: replaced by the page width when the file is built */
+    uint8_t pageByte10;      /**< offset 9: for the controller (byte 10 of the page header) */
+    uint8_t unused10;        /**< offset 10: not read */
+    uint32_t arrMode;        /**< offset 11: 0 single line, 1 multi-line; others count as 1 */
+    uint16_t fontSize;       /**< offset 15: points; drawn at round(size * 4 / 3) pixels */
+    uint32_t fontColor;      /**< offset 17: 0 to 7 a colour code, otherwise 0x00RRGGBB */
+    uint8_t fontBold;        /**< offset 21: non-zero for bold */
+    uint8_t fontItalic;      /**< offset 22: non-zero for italic */
+    uint32_t styleWord12;    /**< offset 23: carried, not drawn with */
+    uint16_t styleWord16;    /**< offset 27: carried, not drawn with */
+    uint8_t horizontalAlign; /**< offset 29: 0 to 3 */
+    uint8_t verticalAlign;   /**< offset 30: 0 to 3 */
 } TextPageParams_G6;
 ZEL_STATIC_ASSERT(sizeof(TextPageParams_G6) == 31, "TextPageParams_G6 is 31 bytes");
 
@@ -185,51 +186,51 @@ ZEL_STATIC_ASSERT(sizeof(TextPageParams_G6) == 31, "TextPageParams_G6 is 31 byte
 /** The 19-byte header of a G5 program (zelDual_program_addProgram). The library reads only
  *  ProgramName and PlayPeriodFlag; the other fields go to the controller as they are. */
 typedef struct ZelProgramHeader_G5 {
-    uint8_t FileType;            /* offset 0: file type byte of the program file */
-    uint32_t ProgramName;        /* offset 1: in: the program number; out: the four ASCII
+    uint8_t FileType;            /**< offset 0: file type byte of the program file */
+    uint32_t ProgramName;        /**< offset 1: in: the program number; out: the four ASCII
                                     characters of the file name ("P007", "1234", "-100") */
-    uint8_t ProgramStyle;        /* offset 5 */
-    uint8_t PlayPeriodFlag;      /* offset 6: set by zelDual_program_addPlayPeriodGrp */
-    uint8_t ProgramPlayTimes;    /* offset 7 */
-    uint16_t ProgramTimeSpan;    /* offset 8 */
-    uint8_t ProgramWeek;         /* offset 10: bit mask of days */
-    uint16_t ProgramLifeSpan_sy; /* offset 11: start year */
-    uint8_t ProgramLifeSpan_sm;  /* offset 13 */
-    uint8_t ProgramLifeSpan_sd;  /* offset 14 */
-    uint16_t ProgramLifeSpan_ey; /* offset 15: end year */
-    uint8_t ProgramLifeSpan_em;  /* offset 17 */
-    uint8_t ProgramLifeSpan_ed;  /* offset 18 */
+    uint8_t ProgramStyle;        /**< offset 5 */
+    uint8_t PlayPeriodFlag;      /**< offset 6: set by zelDual_program_addPlayPeriodGrp */
+    uint8_t ProgramPlayTimes;    /**< offset 7 */
+    uint16_t ProgramTimeSpan;    /**< offset 8 */
+    uint8_t ProgramWeek;         /**< offset 10: bit mask of days */
+    uint16_t ProgramLifeSpan_sy; /**< offset 11: start year */
+    uint8_t ProgramLifeSpan_sm;  /**< offset 13 */
+    uint8_t ProgramLifeSpan_sd;  /**< offset 14 */
+    uint16_t ProgramLifeSpan_ey; /**< offset 15: end year */
+    uint8_t ProgramLifeSpan_em;  /**< offset 17 */
+    uint8_t ProgramLifeSpan_ed;  /**< offset 18 */
 } ZelProgramHeader_G5;
 ZEL_STATIC_ASSERT(sizeof(ZelProgramHeader_G5) == 19, "ZelProgramHeader_G5 is 19 bytes");
 
 /** Where an area stands on the screen and what it holds (zelDual_program_AddArea). */
 typedef struct ZelAreaRecord_G5 {
-    uint8_t AreaType;    /* offset 0: 0 text and pictures, 2 clock */
-    uint16_t AreaX;      /* offset 1: left edge, pixels */
-    uint16_t AreaY;      /* offset 3: top edge, pixels */
-    uint16_t AreaWidth;  /* offset 5 */
-    uint16_t AreaHeight; /* offset 7 */
+    uint8_t AreaType;    /**< offset 0: 0 text and pictures, 2 clock */
+    uint16_t AreaX;      /**< offset 1: left edge, pixels */
+    uint16_t AreaY;      /**< offset 3: top edge, pixels */
+    uint16_t AreaWidth;  /**< offset 5 */
+    uint16_t AreaHeight; /**< offset 7 */
 } ZelAreaRecord_G5;
 ZEL_STATIC_ASSERT(sizeof(ZelAreaRecord_G5) == 9, "ZelAreaRecord_G5 is 9 bytes");
 
 /** Up to eight play periods of 6 bytes, for the controller (zelDual_program_addPlayPeriodGrp).
  *  The file carries the first `count` periods but not the count. */
 typedef struct ZelPlayPeriods_G5 {
-    uint8_t count;          /* offset 0: periods in use, at most 8; 0 switches them off */
-    uint8_t periods[8][6];  /* offset 1 */
+    uint8_t count;          /**< offset 0: periods in use, at most 8; 0 switches them off */
+    uint8_t periods[8][6];  /**< offset 1 */
 } ZelPlayPeriods_G5;
 ZEL_STATIC_ASSERT(sizeof(ZelPlayPeriods_G5) == 49, "ZelPlayPeriods_G5 is 49 bytes");
 
 /** Settings of an area frame or a program frame, for the controller. The frame's thickness is
  *  the height of its PNG strip and nothing else. */
 typedef struct ZelFrameHeader_G5 {
-    uint8_t frameMark;    /* offset 0: an area frame always writes 1; a program frame writes
+    uint8_t frameMark;    /**< offset 0: an area frame always writes 1; a program frame writes
                              this byte as it is, 0 included */
-    uint8_t frameParam1;  /* offset 1 */
-    uint8_t frameParam2;  /* offset 2 */
-    uint8_t frameParam3;  /* offset 3 */
-    uint8_t frameParam4;  /* offset 4 */
-    uint16_t frameParam5; /* offset 5 */
+    uint8_t frameParam1;  /**< offset 1 */
+    uint8_t frameParam2;  /**< offset 2 */
+    uint8_t frameParam3;  /**< offset 3 */
+    uint8_t frameParam4;  /**< offset 4 */
+    uint16_t frameParam5; /**< offset 5 */
 } ZelFrameHeader_G5;
 ZEL_STATIC_ASSERT(sizeof(ZelFrameHeader_G5) == 7, "ZelFrameHeader_G5 is 7 bytes");
 
@@ -240,69 +241,69 @@ ZEL_STATIC_ASSERT(sizeof(ZelFrameHeader_G5) == 7, "ZelFrameHeader_G5 is 7 bytes"
  *  (zelDual_program_addPlayPeriodGrp_G6) do not touch this header: set TimeAttributeNum and
  *  TimeAttribute0Offset yourself. */
 typedef struct ZelProgramHeader_G6 {
-    uint8_t FileType;              /* offset 0: file type byte of the program file */
-    uint32_t ProgramName;          /* offset 1: the program number; the file carries the four
+    uint8_t FileType;              /**< offset 0: file type byte of the program file */
+    uint32_t ProgramName;          /**< offset 1: the program number; the file carries the four
                                       characters of its name here, as for G5 */
-    uint8_t ProgramStyle;          /* offset 5 */
-    uint8_t ProgramPriority;       /* offset 6 */
-    uint8_t ProgramPlayTimes;      /* offset 7 */
-    uint16_t ProgramTimeSpan;      /* offset 8 */
-    uint8_t SpecialFlag;           /* offset 10 */
-    uint8_t CommExtendParaLen;     /* offset 11 */
-    uint16_t ScheduNum;            /* offset 12 */
-    uint16_t LoopValue;            /* offset 14 */
-    uint8_t Intergrate;            /* offset 16: carried; a G6 program is always two files */
-    uint8_t TimeAttributeNum;      /* offset 17 */
-    uint16_t TimeAttribute0Offset; /* offset 18 */
-    uint8_t ProgramWeek;           /* offset 20: bit mask of days */
-    uint16_t ProgramLifeSpan_sy;   /* offset 21: start year */
-    uint8_t ProgramLifeSpan_sm;    /* offset 23 */
-    uint8_t ProgramLifeSpan_sd;    /* offset 24 */
-    uint16_t ProgramLifeSpan_ey;   /* offset 25: end year */
-    uint8_t ProgramLifeSpan_em;    /* offset 27 */
-    uint8_t ProgramLifeSpan_ed;    /* offset 28 */
+    uint8_t ProgramStyle;          /**< offset 5 */
+    uint8_t ProgramPriority;       /**< offset 6 */
+    uint8_t ProgramPlayTimes;      /**< offset 7 */
+    uint16_t ProgramTimeSpan;      /**< offset 8 */
+    uint8_t SpecialFlag;           /**< offset 10 */
+    uint8_t CommExtendParaLen;     /**< offset 11 */
+    uint16_t ScheduNum;            /**< offset 12 */
+    uint16_t LoopValue;            /**< offset 14 */
+    uint8_t Intergrate;            /**< offset 16: carried; a G6 program is always two files */
+    uint8_t TimeAttributeNum;      /**< offset 17 */
+    uint16_t TimeAttribute0Offset; /**< offset 18 */
+    uint8_t ProgramWeek;           /**< offset 20: bit mask of days */
+    uint16_t ProgramLifeSpan_sy;   /**< offset 21: start year */
+    uint8_t ProgramLifeSpan_sm;    /**< offset 23 */
+    uint8_t ProgramLifeSpan_sd;    /**< offset 24 */
+    uint16_t ProgramLifeSpan_ey;   /**< offset 25: end year */
+    uint8_t ProgramLifeSpan_em;    /**< offset 27 */
+    uint8_t ProgramLifeSpan_ed;    /**< offset 28 */
 } ZelProgramHeader_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelProgramHeader_G6) == 29, "ZelProgramHeader_G6 is 29 bytes");
 
 /** Where a G6 area stands and what it holds (zelDual_program_addArea_G6): the G5 record and
  *  three bytes for the controller, carried unread. */
 typedef struct ZelAreaRecord_G6 {
-    uint8_t AreaType;       /* offset 0: 0 text and pictures, 2 clock, 11 background */
-    uint16_t AreaX;         /* offset 1: left edge, pixels */
-    uint16_t AreaY;         /* offset 3: top edge, pixels */
-    uint16_t AreaWidth;     /* offset 5 */
-    uint16_t AreaHeight;    /* offset 7 */
-    uint8_t BackGroundFlag; /* offset 9 */
-    uint8_t Transparency;   /* offset 10 */
-    uint8_t AreaEqual;      /* offset 11 */
+    uint8_t AreaType;       /**< offset 0: 0 text and pictures, 2 clock, 11 background */
+    uint16_t AreaX;         /**< offset 1: left edge, pixels */
+    uint16_t AreaY;         /**< offset 3: top edge, pixels */
+    uint16_t AreaWidth;     /**< offset 5 */
+    uint16_t AreaHeight;    /**< offset 7 */
+    uint8_t BackGroundFlag; /**< offset 9 */
+    uint8_t Transparency;   /**< offset 10 */
+    uint8_t AreaEqual;      /**< offset 11 */
 } ZelAreaRecord_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelAreaRecord_G6) == 12, "ZelAreaRecord_G6 is 12 bytes");
 
 /** The settings of a G6 area frame or program frame, for the controller. The library writes
  *  them behind a mark 1 and before seven zero bytes. */
 typedef struct ZelFrameParams_G6 {
-    uint8_t frameParam1;    /* offset 0 */
-    uint8_t frameParam2;    /* offset 1 */
-    uint8_t frameParam3[3]; /* offset 2 */
-    uint8_t frameParam4;    /* offset 5 */
+    uint8_t frameParam1;    /**< offset 0 */
+    uint8_t frameParam2;    /**< offset 1 */
+    uint8_t frameParam3[3]; /**< offset 2 */
+    uint8_t frameParam4;    /**< offset 5 */
 } ZelFrameParams_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelFrameParams_G6) == 6, "ZelFrameParams_G6 is 6 bytes");
 
 /** The sound settings of a G6 area (zelDual_program_pictureAreaEnableSound_G6), for the
  *  controller; the file carries them behind a byte 1. */
 typedef struct ZelSoundParams_G6 {
-    uint8_t soundSettings1[4]; /* offset 0 */
-    uint32_t soundValue1;      /* offset 4 */
-    uint32_t soundValue2;      /* offset 8 */
-    uint8_t soundSettings2[4]; /* offset 12 */
+    uint8_t soundSettings1[4]; /**< offset 0 */
+    uint32_t soundValue1;      /**< offset 4 */
+    uint32_t soundValue2;      /**< offset 8 */
+    uint8_t soundSettings2[4]; /**< offset 12 */
 } ZelSoundParams_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelSoundParams_G6) == 16, "ZelSoundParams_G6 is 16 bytes");
 
 /** The battle time of a G6 clock area (zelDual_program_timeAreaSetBattleTime_G6), for the
  *  controller; the library stores and writes it and reads nothing of it. */
 typedef struct ZelBattleTime_G6 {
-    uint16_t battleWord;    /* offset 0 */
-    uint8_t battleBytes[7]; /* offset 2 */
+    uint16_t battleWord;    /**< offset 0 */
+    uint8_t battleBytes[7]; /**< offset 2 */
 } ZelBattleTime_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelBattleTime_G6) == 9, "ZelBattleTime_G6 is 9 bytes");
 
@@ -311,25 +312,25 @@ ZEL_STATIC_ASSERT(sizeof(ZelBattleTime_G6) == 9, "ZelBattleTime_G6 is 9 bytes");
 /** A digital clock's content (zelDual_program_timeAreaAddContent and its kin), 37 bytes. The
  *  three formats stand unaligned after offset 21: fill the record field by field. */
 typedef struct TimeContentRecord {
-    uint32_t arrMode;        /* offset 0: 1 date, week day and time each on a row of its own;
+    uint32_t arrMode;        /**< offset 0: 1 date, week day and time each on a row of its own;
                                 0 all on one line */
-    uint32_t fontColor;      /* offset 4: 0 to 7 a colour code (bit 0 red, 1 green, 2 blue),
+    uint32_t fontColor;      /**< offset 4: 0 to 7 a colour code (bit 0 red, 1 green, 2 blue),
                                 otherwise 0x00RRGGBB */
-    const char *fontName;    /* offset 8: GBK font family name, or font file path in the
+    const char *fontName;    /**< offset 8: GBK font family name, or font file path in the
                                 fontPath entries; read during the call only */
-    uint16_t fontSize;       /* offset 16: points; drawn at round(size * 4 / 3) pixels */
-    uint8_t reserved[3];     /* offset 18: not read */
-    uint8_t horizontalAlign; /* offset 21: 0 left, 1 centre, 2 right */
-    uint8_t dateEnable;      /* offset 22: non-zero shows the date */
-    uint32_t dateFormat;     /* offset 23: 0 2026-11-15, 1 2026/11/15, 2 15-11-2026,
+    uint16_t fontSize;       /**< offset 16: points; drawn at round(size * 4 / 3) pixels */
+    uint8_t reserved[3];     /**< offset 18: not read */
+    uint8_t horizontalAlign; /**< offset 21: 0 left, 1 centre, 2 right */
+    uint8_t dateEnable;      /**< offset 22: non-zero shows the date */
+    uint32_t dateFormat;     /**< offset 23: 0 2026-11-15, 1 2026/11/15, 2 15-11-2026,
                                 3 15/11/2026, 4 11-15, 5 11/15, 6 month and day with the
                                 Chinese signs, 7 year, month and day with the Chinese signs */
-    uint8_t timeEnable;      /* offset 27: non-zero shows the time of day */
-    uint32_t timeFormat;     /* offset 28: 0 13:45:30, 1 the same with the Chinese signs,
+    uint8_t timeEnable;      /**< offset 27: non-zero shows the time of day */
+    uint32_t timeFormat;     /**< offset 28: 0 13:45:30, 1 the same with the Chinese signs,
                                 2 13:45, 3 the same with the Chinese signs, 4 PM 01:45,
                                 5 01:45 PM */
-    uint8_t weekEnable;      /* offset 32: non-zero shows the week day */
-    uint32_t weekFormat;     /* offset 33: 1 Monday, 2 Mon, 3 in Chinese */
+    uint8_t weekEnable;      /**< offset 32: non-zero shows the week day */
+    uint32_t weekFormat;     /**< offset 33: 1 Monday, 2 Mon, 3 in Chinese */
 } TimeContentRecord;
 ZEL_STATIC_ASSERT(sizeof(TimeContentRecord) == 37, "TimeContentRecord is 37 bytes");
 
@@ -337,26 +338,26 @@ ZEL_STATIC_ASSERT(sizeof(TimeContentRecord) == 37, "TimeContentRecord is 37 byte
  *  the hour and minute lengths, for the preview. A G5 program keeps one byte of each colour:
  *  give colour codes (0 to 7). */
 typedef struct AnalogClockRecord {
-    uint16_t clockParam1;      /* offset 0: for the controller */
-    uint16_t clockParam2;      /* offset 2: for the controller */
-    uint8_t clockParam3;       /* offset 4: for the controller */
-    uint8_t hourHandParam;     /* offset 5: for the controller */
-    uint8_t hourHandLength;    /* offset 6: pixels */
-    uint32_t hourHandColor;    /* offset 7 */
-    uint8_t minuteHandParam;   /* offset 11: for the controller */
-    uint8_t minuteHandLength;  /* offset 12: pixels */
-    uint32_t minuteHandColor;  /* offset 13 */
-    uint8_t secondHandParam;   /* offset 17: for the controller */
-    uint8_t secondHandLength;  /* offset 18: for the controller */
-    uint32_t secondHandColor;  /* offset 19 */
+    uint16_t clockParam1;      /**< offset 0: for the controller */
+    uint16_t clockParam2;      /**< offset 2: for the controller */
+    uint8_t clockParam3;       /**< offset 4: for the controller */
+    uint8_t hourHandParam;     /**< offset 5: for the controller */
+    uint8_t hourHandLength;    /**< offset 6: pixels */
+    uint32_t hourHandColor;    /**< offset 7 */
+    uint8_t minuteHandParam;   /**< offset 11: for the controller */
+    uint8_t minuteHandLength;  /**< offset 12: pixels */
+    uint32_t minuteHandColor;  /**< offset 13 */
+    uint8_t secondHandParam;   /**< offset 17: for the controller */
+    uint8_t secondHandLength;  /**< offset 18: for the controller */
+    uint32_t secondHandColor;  /**< offset 19 */
 } AnalogClockRecord;
 ZEL_STATIC_ASSERT(sizeof(AnalogClockRecord) == 23, "AnalogClockRecord is 23 bytes");
 
 /** Colours of a painted dial (12 bytes), each a colour code or 0x00RRGGBB. */
 typedef struct ZelDialMarkColors {
-    uint32_t hourMarkColor;   /* offset 0: the marks at 3, 6, 9 and 12 */
-    uint32_t minuteMarkColor; /* offset 4: the eight other marks */
-    uint32_t circleColor;     /* offset 8: the circle of dial style 2 */
+    uint32_t hourMarkColor;   /**< offset 0: the marks at 3, 6, 9 and 12 */
+    uint32_t minuteMarkColor; /**< offset 4: the eight other marks */
+    uint32_t circleColor;     /**< offset 8: the circle of dial style 2 */
 } ZelDialMarkColors;
 ZEL_STATIC_ASSERT(sizeof(ZelDialMarkColors) == 12, "ZelDialMarkColors is 12 bytes");
 
@@ -559,10 +560,14 @@ ZEL_API int32_t zelDual_cmd_setGlobalVolume(const char *address, uint16_t port, 
 
 /** Erases the ordinary file space. */
 ZEL_API int32_t zelDual_cmd_ofsFormat(const char *address, uint16_t port);
+/** zelDual_cmd_ofsFormat over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsFormat(const char *portName, uint8_t speedIndex);
 /** Deletes `count` files whose names stand back to back in `names` (4 bytes each). */
 ZEL_API int32_t zelDual_cmd_ofsDeleteFormatFile(const char *address, uint16_t port,
                                                 uint16_t count, const char *names);
+/** zelDual_cmd_ofsDeleteFormatFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsDeleteFormatFile(const char *portName, uint8_t speedIndex,
                                                      uint16_t count, const char *names);
 /**
@@ -574,6 +579,8 @@ ZEL_API int32_t zelDual_cmd_uart_ofsDeleteFormatFile(const char *portName, uint8
 ZEL_API int32_t zelDual_cmd_ofsWriteFile(const char *address, uint16_t port, const char *name,
                                          uint8_t type, uint32_t length, uint8_t mode,
                                          const uint8_t *data);
+/** zelDual_cmd_ofsWriteFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsWriteFile(const char *portName, uint8_t speedIndex,
                                               const char *name, uint8_t type, uint32_t length,
                                               uint8_t mode, const uint8_t *data);
@@ -583,11 +590,15 @@ ZEL_API int32_t zelDual_cmd_uart_ofsWriteFile(const char *portName, uint8_t spee
  */
 ZEL_API int32_t zelDual_cmd_ofsStartReedFile(const char *address, uint16_t port, char *name,
                                              uint32_t first, uint32_t second);
+/** zelDual_cmd_ofsStartReedFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsStartReedFile(const char *portName, uint8_t speedIndex,
                                                   char *name, uint32_t first, uint32_t second);
 /** Reads a file in blocks. A controller's data answer gives -1 and `output` stays as it is. */
 ZEL_API int32_t zelDual_cmd_ofsReedFileBlock(const char *address, uint16_t port,
                                              const char *name, uint8_t *output);
+/** zelDual_cmd_ofsReedFileBlock over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsReedFileBlock(const char *portName, uint8_t speedIndex,
                                                   const char *name, uint8_t *output);
 /**
@@ -597,13 +608,19 @@ ZEL_API int32_t zelDual_cmd_uart_ofsReedFileBlock(const char *portName, uint8_t 
  */
 ZEL_API int32_t zelDual_cmd_ofsReedDirBlock(const char *address, uint16_t port,
                                             ZelDirectoryRecord *record);
+/** zelDual_cmd_ofsReedDirBlock over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsReedDirBlock(const char *portName, uint8_t speedIndex,
                                                  ZelDirectoryRecord *record);
 /** Tells the controller that a series of file writes begins; optional, never sent by the library. */
 ZEL_API int32_t zelDual_cmd_ofsStartFileTransf(const char *address, uint16_t port);
+/** zelDual_cmd_ofsStartFileTransf over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsStartFileTransf(const char *portName, uint8_t speedIndex);
 /** Tells the controller that the series of file writes is over. */
 ZEL_API int32_t zelDual_cmd_ofsEndFileTransf(const char *address, uint16_t port);
+/** zelDual_cmd_ofsEndFileTransf over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsEndFileTransf(const char *portName, uint8_t speedIndex);
 /**
  * Deletes configuration files. The command carries one byte less than the names: the last
@@ -611,35 +628,47 @@ ZEL_API int32_t zelDual_cmd_uart_ofsEndFileTransf(const char *portName, uint8_t 
  */
 ZEL_API int32_t zelDual_cmd_confDeleteFormatFile(const char *address, uint16_t port,
                                                  uint16_t count, const char *names);
+/** zelDual_cmd_confDeleteFormatFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confDeleteFormatFile(const char *portName, uint8_t speedIndex,
                                                       uint16_t count, const char *names);
 /** Writes a configuration file like zelDual_cmd_ofsWriteFile, in blocks of 1024 bytes, silently. */
 ZEL_API int32_t zelDual_cmd_confWriteFile(const char *address, uint16_t port, const char *name,
                                           uint8_t type, uint32_t length, uint8_t mode,
                                           const uint8_t *data);
+/** zelDual_cmd_confWriteFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confWriteFile(const char *portName, uint8_t speedIndex,
                                                const char *name, uint8_t type, uint32_t length,
                                                uint8_t mode, const uint8_t *data);
 /** Opens a configuration file for reading; on 0 sets `name`, `first` and `second`. */
 ZEL_API int32_t zelDual_cmd_confStartReedFile(const char *address, uint16_t port, char *name,
                                               uint32_t *first, uint32_t *second);
+/** zelDual_cmd_confStartReedFile over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confStartReedFile(const char *portName, uint8_t speedIndex,
                                                    char *name, uint32_t *first,
                                                    uint32_t *second);
 /** As zelDual_cmd_ofsReedFileBlock, in the configuration space. */
 ZEL_API int32_t zelDual_cmd_confReedFileBlock(const char *address, uint16_t port,
                                               const char *name, uint8_t *output);
+/** zelDual_cmd_confReedFileBlock over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_confReedFileBlock(const char *portName, uint8_t speedIndex,
                                                    const char *name, uint8_t *output);
 /** Reads the controller's two memory figures; written only on 0. */
 ZEL_API int32_t zelDual_cmd_ofsGetMemoryVolume(const char *address, uint16_t port,
                                                uint32_t *first, uint32_t *second);
+/** zelDual_cmd_ofsGetMemoryVolume over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsGetMemoryVolume(const char *portName, uint8_t speedIndex,
                                                     uint32_t *first, uint32_t *second);
 /** Reads the transfer status (u8 and three u32); written whatever the result. */
 ZEL_API int32_t zelDual_cmd_ofsGetTransStatus(const char *address, uint16_t port,
                                               uint8_t *state, uint32_t *first, uint32_t *second,
                                               uint32_t *third);
+/** zelDual_cmd_ofsGetTransStatus over a serial line;
+ *  `portName` and `speedIndex` (1: 9600, 2: 57600 bit/s) as above, results as for TCP. */
 ZEL_API int32_t zelDual_cmd_uart_ofsGetTransStatus(const char *portName, uint8_t speedIndex,
                                                    uint8_t *state, uint32_t *first,
                                                    uint32_t *second, uint32_t *third);
@@ -712,13 +741,11 @@ ZEL_API int32_t zelDual_program_AddArea(uint16_t areaID, const ZelAreaRecord_G5 
 /** Deletes an area; 0xFFFF deletes all of them (unless an area has that id). Always 0. */
 ZEL_API int32_t zelDual_program_deleteArea(uint16_t areaID);
 /** Moves and resizes an area (the low 16 bits of each value) and breaks its text again. 0; 29
- *  with "Error:Wrong areaID.This area does not exist.
-" when the area does not exist. */
+ *  with "Error:Wrong areaID.This area does not exist.\n" when the area does not exist. */
 ZEL_API int32_t zelDual_program_MoveArea(uint16_t areaID, uint32_t x, uint32_t y, int32_t width,
                                          int32_t height);
 /** Gives the program a frame, replacing any: the header and the PNG strip at `pngPath`,
- *  encoded now. An unreadable PNG prints "Error:Can't find frame png.
-" and leaves no frame.
+ *  encoded now. An unreadable PNG prints "Error:Can't find frame png.\n" and leaves no frame.
  *  Always 0 (but for the failures above). */
 ZEL_API int32_t zelDual_program_addFrame(const ZelFrameHeader_G5 *frame, const char *pngPath);
 /** The same function as zelDual_program_addFrame. */
@@ -751,8 +778,7 @@ ZEL_API int32_t zelDual_program_pictureAreaAddPic(uint16_t areaID, uint16_t picI
                                                   const char *path);
 /** Gives the area a frame: the settings and the PNG strip at `pngPath`, encoded now. The area
  *  gives up the strip's height on every side and its text is broken again. An area that has a
- *  frame keeps it (remove it first). An unreadable PNG prints "Error:Can't find frame png.
-"
+ *  frame keeps it (remove it first). An unreadable PNG prints "Error:Can't find frame png.\n"
  *  and leaves no frame. 0; -1 when the area does not exist. */
 ZEL_API int32_t zelDual_program_picturesAreaAddFrame(uint16_t areaID,
                                                      const ZelFrameHeader_G5 *frame,
@@ -1014,82 +1040,82 @@ ZEL_API int32_t zelDual_program_timeAreaCancleBattleTime_G6(uint16_t areaID);
 
 /** The style of a text of a dynamic area (20 bytes): the style part of TextPageParams_G5. */
 typedef struct ZelTextStyleRecord {
-    uint32_t arrMode;        /* offset 0: 0 single line, 1 multi-line */
-    uint16_t fontSize;       /* offset 4: points */
-    uint32_t fontColor;      /* offset 6: 0 to 7 a colour code, otherwise 0x00RRGGBB */
-    uint8_t fontBold;        /* offset 10 */
-    uint8_t fontItalic;      /* offset 11 */
-    uint32_t styleWord12;    /* offset 12: carried, not drawn with */
-    uint16_t styleWord16;    /* offset 16: carried, not drawn with */
-    uint8_t horizontalAlign; /* offset 18: 0 to 3 */
-    uint8_t verticalAlign;   /* offset 19: 0 to 3 */
+    uint32_t arrMode;        /**< offset 0: 0 single line, 1 multi-line */
+    uint16_t fontSize;       /**< offset 4: points */
+    uint32_t fontColor;      /**< offset 6: 0 to 7 a colour code, otherwise 0x00RRGGBB */
+    uint8_t fontBold;        /**< offset 10 */
+    uint8_t fontItalic;      /**< offset 11 */
+    uint32_t styleWord12;    /**< offset 12: carried, not drawn with */
+    uint16_t styleWord16;    /**< offset 16: carried, not drawn with */
+    uint8_t horizontalAlign; /**< offset 18: 0 to 3 */
+    uint8_t verticalAlign;   /**< offset 19: 0 to 3 */
 } ZelTextStyleRecord;
 ZEL_STATIC_ASSERT(sizeof(ZelTextStyleRecord) == 20, "ZelTextStyleRecord is 20 bytes");
 
 /** One content of a G5 item-list add (and of the G6 item lists), 51 bytes. */
 typedef struct DynamicAreaBaseInfo_5G {
-    uint8_t kind;             /* offset 0: 1 text, 2 picture; another kind adds no pages */
-    uint8_t displayEffect;    /* offset 1: 0x26 sends the pages last to first */
-    uint8_t pageByte2;        /* offset 2: for the controller */
-    uint8_t pageByte3;        /* offset 3: for the controller */
-    uint16_t pageWord4;       /* offset 4: for the controller */
-    uint8_t pageByte6;        /* offset 6: for the controller */
-    ZelTextStyleRecord style; /* offset 7 */
-    const char *fontName;     /* offset 27: family name, or a .ttf/.ttc file (any case) */
-    const char *text;         /* offset 35: GBK text (kind 1) */
-    const char *picturePath;  /* offset 43: PNG file (kind 2) */
+    uint8_t kind;             /**< offset 0: 1 text, 2 picture; another kind adds no pages */
+    uint8_t displayEffect;    /**< offset 1: 0x26 sends the pages last to first */
+    uint8_t pageByte2;        /**< offset 2: for the controller */
+    uint8_t pageByte3;        /**< offset 3: for the controller */
+    uint16_t pageWord4;       /**< offset 4: for the controller */
+    uint8_t pageByte6;        /**< offset 6: for the controller */
+    ZelTextStyleRecord style; /**< offset 7 */
+    const char *fontName;     /**< offset 27: family name, or a .ttf/.ttc file (any case) */
+    const char *text;         /**< offset 35: GBK text (kind 1) */
+    const char *picturePath;  /**< offset 43: PNG file (kind 2) */
 } DynamicAreaBaseInfo_5G;
 ZEL_STATIC_ASSERT(sizeof(DynamicAreaBaseInfo_5G) == 51, "DynamicAreaBaseInfo_5G is 51 bytes");
 
 /** The sound of a G6 dynamic area or an independent sound message (29 bytes). */
 typedef struct ZelDynamicSound_G6 {
-    uint8_t enable;            /* offset 0: 1 gives the area its sound; not read by the
+    uint8_t enable;            /**< offset 0: 1 gives the area its sound; not read by the
                                   independent sound entries */
-    uint8_t soundSettings1[4]; /* offset 1: for the controller */
-    uint32_t soundValue1;      /* offset 5 */
-    uint32_t soundValue2;      /* offset 9 */
-    uint8_t soundSettings2[4]; /* offset 13 */
-    uint32_t textLength;       /* offset 17: bytes at text */
-    const char *text;          /* offset 21: the text to speak, GBK */
+    uint8_t soundSettings1[4]; /**< offset 1: for the controller */
+    uint32_t soundValue1;      /**< offset 5 */
+    uint32_t soundValue2;      /**< offset 9 */
+    uint8_t soundSettings2[4]; /**< offset 13 */
+    uint32_t textLength;       /**< offset 17: bytes at text */
+    const char *text;          /**< offset 21: the text to speak, GBK */
 } ZelDynamicSound_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelDynamicSound_G6) == 29, "ZelDynamicSound_G6 is 29 bytes");
 
 /** Where a G6 dynamic area stands, and its sound (41 bytes). */
 typedef struct ZelDynamicAreaParams_G6 {
-    uint8_t AreaType;         /* offset 0: not read; a dynamic area is always type 16 */
-    uint16_t AreaX;           /* offset 1 */
-    uint16_t AreaY;           /* offset 3 */
-    uint16_t AreaWidth;       /* offset 5 */
-    uint16_t AreaHeight;      /* offset 7 */
-    uint8_t unused[3];        /* offset 9: not read */
-    ZelDynamicSound_G6 sound; /* offset 12: used by the text entries */
+    uint8_t AreaType;         /**< offset 0: not read; a dynamic area is always type 16 */
+    uint16_t AreaX;           /**< offset 1 */
+    uint16_t AreaY;           /**< offset 3 */
+    uint16_t AreaWidth;       /**< offset 5 */
+    uint16_t AreaHeight;      /**< offset 7 */
+    uint8_t unused[3];        /**< offset 9: not read */
+    ZelDynamicSound_G6 sound; /**< offset 12: used by the text entries */
 } ZelDynamicAreaParams_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelDynamicAreaParams_G6) == 41, "ZelDynamicAreaParams_G6 is 41 bytes");
 
 /** One area of a set (zelDual_dynamicAreaS_*), 89 bytes. */
 typedef struct ZelDynamicAreaSetItem_G6 {
-    uint8_t areaID;               /* offset 0: each number once per set */
-    ZelDynamicAreaParams_G6 area; /* offset 1 */
-    TextPageParams_G6 page;       /* offset 42: pictures read its first ten bytes */
-    const char *font;             /* offset 73: not read by the picture sets */
-    const char *content;          /* offset 81: the text, or the PNG path of a picture set */
+    uint8_t areaID;               /**< offset 0: each number once per set */
+    ZelDynamicAreaParams_G6 area; /**< offset 1 */
+    TextPageParams_G6 page;       /**< offset 42: pictures read its first ten bytes */
+    const char *font;             /**< offset 73: not read by the picture sets */
+    const char *content;          /**< offset 81: the text, or the PNG path of a picture set */
 } ZelDynamicAreaSetItem_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelDynamicAreaSetItem_G6) == 89, "ZelDynamicAreaSetItem_G6 is 89 bytes");
 
 /** The frame of a G6 item-list area (15 bytes, passed by value). */
 typedef struct ZelAreaFrmae_Dynamic_G6 {
-    uint8_t frameFlag;      /* offset 0: 1 for a frame, anything else for none */
-    uint8_t frameHeader[5]; /* offset 1: for the controller; the last byte is also the frame's
+    uint8_t frameFlag;      /**< offset 0: 1 for a frame, anything else for none */
+    uint8_t frameHeader[5]; /**< offset 1: for the controller; the last byte is also the frame's
                                thickness in pixels */
-    uint8_t unused;         /* offset 6: not read */
-    const char *pngPath;    /* offset 7: the frame's PNG strip */
+    uint8_t unused;         /**< offset 6: not read */
+    const char *pngPath;    /**< offset 7: the frame's PNG strip */
 } ZelAreaFrmae_Dynamic_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelAreaFrmae_Dynamic_G6) == 15, "ZelAreaFrmae_Dynamic_G6 is 15 bytes");
 
 /** One message of the independent sound entries (30 bytes). */
 typedef struct ZelSoundItem_Independ {
-    uint8_t itemByte;         /* offset 0: sent by the update entry; not read by insert */
-    ZelDynamicSound_G6 sound; /* offset 1: its enable byte is not read */
+    uint8_t itemByte;         /**< offset 0: sent by the update entry; not read by insert */
+    ZelDynamicSound_G6 sound; /**< offset 1: its enable byte is not read */
 } ZelSoundItem_Independ;
 ZEL_STATIC_ASSERT(sizeof(ZelSoundItem_Independ) == 30, "ZelSoundItem_Independ is 30 bytes");
 
@@ -1177,7 +1203,9 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G_Serial(
 /** Adds a G5 dynamic area whose pages come from `count` contents, texts and pictures mixed, in
  *  order. Console: "===============zelDual_dynamicArea_AddAreaInfos_5G=======================\r\n"
  *  and the first item's font and text or path.
- *  @param items `count` pointers to contents
+ *  @param pIP, nPort, color, headByte0, headByte1, headWord, listFlag, listCount, listWords,
+ *         playByte, x, y, width, height, frame as zelDual_dynamicArea_AddAreaWithTxt_5G
+ *  @param count, items `count` pointers to contents
  *  @return as zelDual_dynamicArea_AddAreaWithPic_5G; -1 for no items */
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G(
     const char *pIP, uint16_t nPort, E_ScreenColor_G56 color, uint8_t headByte0, uint8_t headByte1,
@@ -1201,6 +1229,7 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G_Point(
     ZelFrameHeader_G5 frame, uint8_t count, const DynamicAreaBaseInfo_5G *items);
 
 /** Deletes a dynamic area of a G5 or G6 controller; 0xFF (-1) deletes them all.
+ *  @param pIP, nPort the controller
  *  @param areaNumber up to 64, or -1
  *  @return the exchange's result narrowed to 16 bits; -1 without traffic for 65 to 127 */
 ZEL_API int32_t zelDual_dynamicArea_DelArea_5G(const char *pIP, uint16_t nPort, int8_t areaNumber);
@@ -1221,7 +1250,10 @@ ZEL_API int32_t zelDual_dynamicArea_DelAreaS_G5_Serial(const char *pSerialName,
  * Adds or replaces G6 dynamic area `areaID` with a text in fixed settings: a horizontal roll
  * (effect 4), single line, colour 1, centred, shown with all programs at once.
  * @param pIP, nPort the controller; a port below 1024 gives -1 without traffic
- * @param font family name or .ttf/.ttc file; `fontSize` in points; `text` GBK
+ * @param color the screen's colour class
+ * @param areaID the area's number
+ * @param x, y, width, height the area, in pixels
+ * @param font, fontSize, text family name or .ttf/.ttc file, size in points, GBK text
  * @return the exchange's result; the ping's failure. Console: "ret =====cmd_tcpPing===== %d \n"
  *         after the ping, "TK_Client init后，Client.m_DeviceType == 0x%x \n" after the connect.
  */
@@ -1313,7 +1345,9 @@ ZEL_API int32_t zelDual_dynamicArea_DelAreas_6G_Serial(const char *pSerialName,
 /**
  * Sends `count` G6 dynamic areas with texts in one command: every area block first, then all
  * pixels. An area number used twice prints " 区域ID??d 已存在！\n" and sends nothing.
- * @param items `count` areas; each needs its font and its text
+ * @param pIP, nPort the controller; a port below 1024 gives -1 without traffic
+ * @param color the screen's colour class
+ * @param count, items `count` areas; each needs its font and its text
  * @return the exchange's result; -1 for bad arguments, a failed ping or a failed area. Console:
  *         "retdata.ControllerType == 0x%x \n", "ret =====cmd_tcpPing===== %d \n",
  *         "TK_Client init后，Client.m_DeviceType == 0x%x \n"
@@ -1359,10 +1393,16 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G_Serial(
  * mixed, with an optional frame, shown with all programs or those listed. The pages are rendered
  * inside the frame; the area keeps its rectangle. Logs "uWidth = %d;  uHeight = %d;  fontName =
  * %s; \r\n" at level 4 with the first content's font; font arguments are always family names.
+ * @param pIP, nPort the controller
+ * @param color the screen's colour class
+ * @param areaID the area's number
  * @param runMode, timeout, immediate carried for the controller
+ * @param programCount, programs the program list (a count above 0 needs its list)
+ * @param x, y, width, height the area, in pixels, frame included
  * @param allPrograms 1 all programs (the count is sent, the numbers not), 0 the list
  * @param frame a frame when its flag is 1; a PNG that does not read prints
  *        "Error: zel_dual_sdk Can't create_from_png. file: %s \n" and gives -1
+ * @param count, items `count` pointers to contents (1 text, 2 picture)
  * @return the exchange's result (a failure also prints
  *         "Failed! oClient.send_recv_cmd!  nSendResult = %d \r\n"); the ping's failure; -1
  *         for no contents or nothing to send
@@ -1401,6 +1441,7 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(
     const DynamicAreaBaseInfo_5G *items);
 
 /** Makes a G6 controller speak a text without any area (no ping, no screen settings).
+ *  @param pIP, nPort the controller; a port below 1024 gives -1
  *  @param record the message; its text must have a length above 0
  *  @param second, first two bytes for the controller, sent as first, second
  *  @return the exchange's result; -1 for bad arguments or a port below 1024 */

@@ -8,9 +8,16 @@ packages=(
   libcairo2-dev libfreetype-dev zlib1g-dev    # painting, font files, CRC-32
   libgtest-dev libgmock-dev libbenchmark-dev  # tests and benchmarks
   libcli11-dev                                # zel-sim's command line (header-only)
+  nlohmann-json3-dev                          # zelctl's JSON answers and program descriptions
+  doxygen                                     # the reference documentation (docs target)
+  help2man                                    # man pages of zel-sim and zelctl
+  dpkg-dev                                    # the Debian package (dpkg-shlibdeps for cpack)
   fonts-dejavu-core fonts-wqy-microhei        # Latin and Chinese test fonts
   clang libclang-rt-14-dev                    # libFuzzer targets
   iproute2                                    # network namespaces for the broadcast tests
+  libcpp-httplib-dev                          # the HTTP server of zel-sim --web (live view)
+  chromium                                    # headless browser of the live view's test (large)
+  python3-pytest                              # the Python package's tests
 )
 
 missing=()

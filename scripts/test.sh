@@ -17,6 +17,12 @@ cmake --build build -j"$jobs"
 echo "== tests"
 ctest --test-dir build -j"$jobs" --output-on-failure
 
+echo "== reference documentation (fails on an undocumented export)"
+cmake --build build --target docs
+
+echo "== Debian package, installed into a scratch root, and a host project built against it"
+bash scripts/package_test.sh build
+
 echo "== sanitizer build"
 cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DZEL_SANITIZE=ON -DZEL_BENCH=OFF >/dev/null
 cmake --build build-asan -j"$jobs"

@@ -4,7 +4,6 @@
 #include "render/plane_packer.h"
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
 
 namespace zel {
@@ -24,36 +23,21 @@ constexpr uint32_t kMode888 = 5;
 
 constexpr std::size_t kBytesPerPixel = 4;
 
-void encode_full_colour(const uint8_t *pixels, std::vector<uint8_t> &out, std::size_t count,
-                        uint32_t mode, const GammaTables &gamma) {
+void encode_full_colour(planes::Kernel kernel, const uint8_t *pixels, std::vector<uint8_t> &out,
+                        std::size_t count, uint32_t mode, const GammaTables &gamma) {
     if (mode == kMode565) {
         // Blue in the top five bits and red in the low five: the controllers expect it so.
-        std::array<uint16_t, 256> blue{}, green{}, red{};
-        for (std::size_t i = 0; i < 256; ++i) {
-            blue[i] = static_cast<uint16_t>((gamma.blue[i] * 256U) & 0xF800U);
-            green[i] = static_cast<uint16_t>((gamma.green[i] * 8U) & 0x07E0U);
-            red[i] = static_cast<uint16_t>(gamma.red[i] / 8U);
-        }
         out.resize(count * 2);
-        uint8_t *o = out.data();
-        for (std::size_t i = 0; i < count; ++i, pixels += kBytesPerPixel) {
-            const auto word =
-                static_cast<uint16_t>(blue[pixels[0]] + green[pixels[1]] + red[pixels[2]]);
-            *o++ = static_cast<uint8_t>(word);
-            *o++ = static_cast<uint8_t>(word >> 8);
-        }
+        planes::pack_565(kernel, pixels, out.data(), count, gamma);
     } else if (mode == kMode888) {
         out.resize(count * 3);
-        uint8_t *o = out.data();
-        for (std::size_t i = 0; i < count; ++i, pixels += kBytesPerPixel) {
-            *o++ = pixels[2];
-            *o++ = pixels[1];
-            *o++ = pixels[0];
-        }
+        planes::pack_888(kernel, pixels, out.data(), count);
     } else if (mode == kModeZeros) {
         // No controller type selects this mode; it is kept so that the combination encodes as
         // it always has.
         out.assign(count * 2, 0);
+    } else {
+        out.clear();
     }
 }
 
@@ -74,10 +58,12 @@ void planes::encode_pixels_using(Kernel kernel, std::span<const uint8_t> pixels,
                                  std::vector<uint8_t> &out, uint32_t x, uint32_t width,
                                  uint32_t height, const PixelFormat &format,
                                  const GammaTables &gamma) {
-    out.clear();
+    // `out` keeps its bytes until the encoding overwrites them all: a buffer reused for pages
+    // of one size is not cleared and filled again each time.
     const int32_t colour = format.colorMode;
     if (colour != kColorSingle && colour != kColorDouble && colour != kColorTriple &&
         colour != kColorFull) {
+        out.clear();
         return;
     }
 
@@ -93,9 +79,11 @@ void planes::encode_pixels_using(Kernel kernel, std::span<const uint8_t> pixels,
         // The controllers' planes are fixed-size bitsets: a page beyond them fails the way
         // their checked accessor does at the first position too many, before any output.
         if (uint64_t{geo.row_pixels} * height > kPlanePositions) {
+            out.clear();
             throw std::out_of_range("invalid bitset<N> position");
         }
         if (format.tranPixelMode != kModePlaneBytes && format.tranPixelMode != kModePlaneWords) {
+            out.clear();
             return;
         }
     }
@@ -111,7 +99,7 @@ void planes::encode_pixels_using(Kernel kernel, std::span<const uint8_t> pixels,
     }
 
     if (colour == kColorFull) {
-        encode_full_colour(data, out, pixel_count, format.tranPixelMode, gamma);
+        encode_full_colour(kernel, data, out, pixel_count, format.tranPixelMode, gamma);
         return;
     }
     const planes::Rule rule = colour == kColorSingle    ? planes::Rule::Single

@@ -277,12 +277,22 @@ void pack_rule(Kernel kernel, bool words, const uint8_t *pixels, uint8_t *out,
 } // namespace
 
 bool kernel_supported(Kernel kernel) {
-    if (kernel == Kernel::Portable) return true;
     static const bool avx2 = __builtin_cpu_supports("avx2") != 0;
-    return avx2;
+    static const bool avx512 = avx2 && __builtin_cpu_supports("avx512bw") != 0 &&
+                               __builtin_cpu_supports("avx512vbmi") != 0;
+    switch (kernel) {
+    case Kernel::Portable:
+        return true;
+    case Kernel::Avx2:
+        return avx2;
+    case Kernel::Avx512:
+        return avx512;
+    }
+    return false;
 }
 
 Kernel best_kernel() {
+    if (kernel_supported(Kernel::Avx512)) return Kernel::Avx512;
     return kernel_supported(Kernel::Avx2) ? Kernel::Avx2 : Kernel::Portable;
 }
 
@@ -300,6 +310,7 @@ std::size_t plane_count(Rule rule) {
 void pack(Kernel kernel, Rule rule, bool words, const uint8_t *pixels, uint8_t *out,
           const Geometry &geo) {
     if (!kernel_supported(kernel)) kernel = Kernel::Portable;
+    if (kernel == Kernel::Avx512) kernel = Kernel::Avx2; // the planes gain nothing from wider lanes
     switch (rule) {
     case Rule::Single:
         pack_rule<Rule::Single>(kernel, words, pixels, out, geo);

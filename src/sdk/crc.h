@@ -8,7 +8,12 @@
 namespace zel {
 
 // CRC-16/ARC: reflected polynomial 0xA001, start 0, no final XOR ("123456789" -> 0xBB3D).
+// Sixteen bytes per step through sixteen derived tables.
 uint16_t crc16(const uint8_t *data, std::size_t length);
+
+// The same CRC one byte per step through the byte table: the plain form that crc16 is checked
+// and measured against.
+uint16_t crc16_bytewise(const uint8_t *data, std::size_t length);
 
 // CRC-32 of IEEE 802.3, as zlib computes it ("123456789" -> 0xCBF43926). Program files end
 // with it; it never travels in a packet header.

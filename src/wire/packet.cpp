@@ -1,7 +1,10 @@
 #include "wire/packet.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
+#include <emmintrin.h>
 
 #include "sdk/bytes.h"
 #include "sdk/console.h"
@@ -27,6 +30,65 @@ void put_request_body(ByteWriter &w, uint8_t group, uint8_t code, const uint8_t 
     if (dataLen > 0 && data != nullptr) {
         w.bytes(data, static_cast<std::size_t>(dataLen));
     }
+}
+
+// Each byte's escape as it goes out (lead byte low, code high), 0 for a byte sent as it is.
+constexpr std::array<uint16_t, 256> make_escapes() {
+    std::array<uint16_t, 256> table{};
+    table[kFrameEnd] = kEscapeLow | 0x02 << 8;
+    table[kEscapeLow] = kEscapeLow | 0x01 << 8;
+    table[kFrameStart] = kEscapeHigh | 0x02 << 8;
+    table[kEscapeHigh] = kEscapeHigh | 0x01 << 8;
+    return table;
+}
+constexpr std::array<uint16_t, 256> kEscapes = make_escapes();
+
+constexpr std::size_t kScanBytes = 16;
+
+inline __m128i load16(const uint8_t *p) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
+}
+
+inline __m128i bytes_equal(__m128i v, uint8_t b) {
+    return _mm_cmpeq_epi8(v, _mm_set1_epi8(static_cast<char>(b)));
+}
+
+// 0xFF for each byte of p[0 .. 16) that has to be escaped (0x5A, 0x5B, 0xA5, 0xA6).
+inline __m128i escape_hits(const uint8_t *p) {
+    const __m128i v = load16(p);
+    return _mm_or_si128(_mm_or_si128(bytes_equal(v, kFrameEnd), bytes_equal(v, kEscapeLow)),
+                        _mm_or_si128(bytes_equal(v, kFrameStart), bytes_equal(v, kEscapeHigh)));
+}
+
+inline uint32_t escape_mask(const uint8_t *p) {
+    return static_cast<uint32_t>(_mm_movemask_epi8(escape_hits(p)));
+}
+
+// The number of bytes of in[0 .. n) that have to be escaped: per-byte counters of up to 255
+// steps of sixteen bytes, summed.
+std::size_t count_escapes(const uint8_t *in, std::size_t n) {
+    std::size_t total = 0;
+    std::size_t i = 0;
+    while (i + kScanBytes <= n) {
+        __m128i counts = _mm_setzero_si128();
+        for (int steps = 0; steps < 255 && i + kScanBytes <= n; ++steps, i += kScanBytes) {
+            counts = _mm_sub_epi8(counts, escape_hits(in + i)); // a hit is -1
+        }
+        const __m128i sums = _mm_sad_epu8(counts, _mm_setzero_si128());
+        total += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                 static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
+    }
+    for (; i < n; ++i) {
+        total += kEscapes[in[i]] != 0 ? 1 : 0;
+    }
+    return total;
+}
+
+// One bit per byte of p[0 .. 16) that may lead an escape (0x5B, 0xA6).
+inline uint32_t lead_mask(const uint8_t *p) {
+    const __m128i v = load16(p);
+    return static_cast<uint32_t>(
+        _mm_movemask_epi8(_mm_or_si128(bytes_equal(v, kEscapeLow), bytes_equal(v, kEscapeHigh))));
 }
 
 // Removes the controller's XOR pad from body[0 .. length).
@@ -61,33 +123,40 @@ HeaderForm header_form_for(uint16_t deviceType) {
 }
 
 void frame_bytes(std::span<const uint8_t> inner, std::vector<uint8_t> &out) {
+    const uint8_t *in = inner.data();
+    const std::size_t n = inner.size();
+    // Sized once: the escapes are counted first, sixteen bytes at a time.
+    const std::size_t escapes = count_escapes(in, n);
     out.clear();
-    out.reserve(inner.size() + inner.size() / 8 + kFrameStartRun + 1);
-    out.insert(out.end(), kFrameStartRun, kFrameStart);
-    for (const uint8_t b : inner) {
-        switch (b) {
-        case kFrameEnd:
-            out.push_back(kEscapeLow);
-            out.push_back(0x02);
-            break;
-        case kEscapeLow:
-            out.push_back(kEscapeLow);
-            out.push_back(0x01);
-            break;
-        case kFrameStart:
-            out.push_back(kEscapeHigh);
-            out.push_back(0x02);
-            break;
-        case kEscapeHigh:
-            out.push_back(kEscapeHigh);
-            out.push_back(0x01);
-            break;
-        default:
-            out.push_back(b);
-            break;
+    out.resize(kFrameStartRun + n + escapes + 1);
+    uint8_t *o = out.data();
+    std::memset(o, kFrameStart, kFrameStartRun);
+    o += kFrameStartRun;
+    // Runs of sixteen bytes without a delimiter are copied whole.
+    auto put = [&o](uint8_t b) {
+        const uint16_t escape = kEscapes[b];
+        if (escape != 0) {
+            o[0] = static_cast<uint8_t>(escape);
+            o[1] = static_cast<uint8_t>(escape >> 8);
+            o += 2;
+        } else {
+            *o++ = b;
+        }
+    };
+    std::size_t i = 0;
+    for (; i + kScanBytes <= n; i += kScanBytes) {
+        if (escape_mask(in + i) == 0) {
+            std::memcpy(o, in + i, kScanBytes);
+            o += kScanBytes;
+        } else {
+            for (std::size_t k = 0; k < kScanBytes; ++k)
+                put(in[i + k]);
         }
     }
-    out.push_back(kFrameEnd);
+    for (; i < n; ++i) {
+        put(in[i]);
+    }
+    *o = kFrameEnd;
 }
 
 std::size_t unframe_bytes(std::span<const uint8_t> frame, uint8_t *out) {
@@ -105,21 +174,34 @@ std::size_t unframe_bytes(std::span<const uint8_t> frame, uint8_t *out) {
             break;
         }
     }
+    if (first >= stop) return 0;
+    const uint8_t *f = frame.data();
+    const auto end = static_cast<std::size_t>(stop);
     std::size_t n = 0;
-    for (int16_t i = first; i < stop;) {
-        const uint8_t b = frame[static_cast<std::size_t>(i)];
-        const bool has_next = i + 1 < stop;
-        const uint8_t next = has_next ? frame[static_cast<std::size_t>(i) + 1] : 0;
+    for (auto i = static_cast<std::size_t>(first); i < end;) {
+        // Up to the next byte that may lead an escape, sixteen bytes at a time.
+        if (i + kScanBytes <= end) {
+            const uint32_t leads = lead_mask(f + i);
+            const std::size_t plain =
+                leads == 0 ? kScanBytes : static_cast<std::size_t>(std::countr_zero(leads));
+            std::memcpy(out + n, f + i, plain);
+            n += plain;
+            i += plain;
+            if (plain == kScanBytes) continue;
+        }
+        const uint8_t b = f[i];
+        const bool has_next = i + 1 < end;
+        const uint8_t next = has_next ? f[i + 1] : 0;
         if (has_next && (b == kEscapeLow || b == kEscapeHigh) && (next == 0x01 || next == 0x02)) {
             if (b == kEscapeLow) {
                 out[n++] = next == 0x02 ? kFrameEnd : kEscapeLow;
             } else {
                 out[n++] = next == 0x02 ? kFrameStart : kEscapeHigh;
             }
-            i = static_cast<int16_t>(i + 2);
+            i += 2;
         } else {
             out[n++] = b;
-            i = static_cast<int16_t>(i + 1);
+            i += 1;
         }
     }
     return n;

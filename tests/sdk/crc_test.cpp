@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "sdk/crc.h"
+
+#include <random>
+#include <vector>
+
 #include "zel_sdk_dual.h"
 
 namespace zel {
@@ -13,6 +17,31 @@ TEST(Crc, CheckValuesOfTheStandardCatalogue) {
     EXPECT_EQ(crc32_ieee(kDigits, 9), 0xCBF43926u);
     EXPECT_EQ(crc16(kDigits, 0), 0);
     EXPECT_EQ(crc32_ieee(kDigits, 0), 0u);
+}
+
+// The sixteen-byte steps against the byte loop: every length around the step (tails of 0 to 15
+// bytes, one and several steps), at every alignment, and a long buffer.
+TEST(Crc, WideStepsAgreeWithTheByteLoop) {
+    EXPECT_EQ(crc16_bytewise(kDigits, 9), 0xBB3D);
+    const uint8_t digits16[] = {'1', '2', '3', '4', '5', '6', '7', '8', '9',
+                                '1', '2', '3', '4', '5', '6', '7', '8', '9'};
+    EXPECT_EQ(crc16(digits16, sizeof digits16), crc16_bytewise(digits16, sizeof digits16));
+
+    std::mt19937 rng(16);
+    std::vector<uint8_t> buffer(70000);
+    for (auto &b : buffer)
+        b = static_cast<uint8_t>(rng());
+    for (std::size_t offset = 0; offset < 8; ++offset) {
+        for (std::size_t length = 0; length <= 80; ++length) {
+            ASSERT_EQ(crc16(buffer.data() + offset, length),
+                      crc16_bytewise(buffer.data() + offset, length))
+                << "offset " << offset << " length " << length;
+        }
+    }
+    EXPECT_EQ(crc16(buffer.data(), buffer.size()), crc16_bytewise(buffer.data(), buffer.size()));
+    // A run of bytes that keeps the CRC at zero in the byte loop stays so: all zeros.
+    const std::vector<uint8_t> zeros(4096, 0);
+    EXPECT_EQ(crc16(zeros.data(), zeros.size()), 0);
 }
 
 TEST(Crc, TableIsThePublishedOneAndItsBytesAreLowFirst) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <random>
 #include <vector>
 
 #include "sdk/globals.h"
@@ -113,6 +114,47 @@ TEST(PacketFrame, EscapePairsGoBothWays) {
     frame_bytes(hex("5A 5B A5 A6 00"), framed);
     EXPECT_EQ(framed, hex("A5A5A5A5A5A5A5A5 5B02 5B01 A602 A601 00 5A"));
     EXPECT_EQ(unframe(framed), hex("5A 5B A5 A6 00"));
+}
+
+// Long packets dense with delimiters, escape leads and stray codes, so that escapes fall on
+// and across every 16-byte boundary: framing matches the escape rule byte for byte, and
+// unframing gives the packet back, also from frames with escape leads not followed by 01/02.
+TEST(PacketFrame, LongPacketsEscapeEveryDelimiterWherever) {
+    const uint8_t alphabet[] = {0x00, 0x01, 0x02, 0x03, 0x5A, 0x5B, 0xA5, 0xA6, 0x77};
+    std::mt19937 rng(0x5A5B);
+    for (int round = 0; round < 300; ++round) {
+        const std::size_t length = round < 100 ? static_cast<std::size_t>(round) : rng() % 3000;
+        const bool dense = round % 2 == 0;
+        std::vector<uint8_t> inner(length);
+        for (auto &b : inner)
+            b = dense ? alphabet[rng() % sizeof alphabet] : static_cast<uint8_t>(rng());
+
+        std::vector<uint8_t> framed{1, 2, 3}; // replaced, not appended to
+        frame_bytes(inner, framed);
+        ASSERT_EQ(framed, test::ref_frame(inner)) << "length " << length;
+        ASSERT_EQ(unframe(framed), inner) << "length " << length;
+
+        // A raw frame: 01/02 after a lead decode, anything else after a lead stays as it is.
+        if (!inner.empty() && inner[0] == 0xA5) continue; // the start run would take it
+        std::vector<uint8_t> raw{0xA5};
+        std::vector<uint8_t> decoded;
+        raw.insert(raw.end(), inner.begin(), inner.end());
+        raw.push_back(0x11);
+        raw.push_back(0x5A);
+        for (std::size_t i = 1; i + 1 < raw.size();) {
+            const uint8_t b = raw[i];
+            const uint8_t next = raw[i + 1];
+            if ((b == 0x5B || b == 0xA6) && i + 2 < raw.size() && (next == 1 || next == 2)) {
+                decoded.push_back(b == 0x5B ? (next == 2 ? 0x5A : 0x5B)
+                                            : (next == 2 ? 0xA5 : 0xA6));
+                i += 2;
+            } else {
+                decoded.push_back(b);
+                ++i;
+            }
+        }
+        ASSERT_EQ(unframe(raw), decoded) << "length " << length;
+    }
 }
 
 TEST(PacketFrame, UnframingKeepsUnknownEscapesAndDropsAllTrailingEnds) {

@@ -68,6 +68,13 @@ What the panel shows (G5 controller types):
                          the moment the clock areas show, as the controller would
                          run them (default: the local time at which each program
                          lands)
+
+Live view:
+  --web PORT             serve on 127.0.0.1:PORT (0 picks a free port) a page
+                         that shows the panel as it is now and follows every
+                         program that lands, with the programs, the last
+                         requests and the controller's settings beside it
+                         (needs --screen; works with or without --panel-out)
 )";
 
 // A wrong command line, in the words printed after "zel-sim: ".
@@ -237,6 +244,11 @@ std::optional<int> read_command_line(int argc, char **argv, SimOptions &options)
     add_controller_options(parser, options.config);
     add_fault_options(parser, options.config.faults);
     add_panel_options(parser, options.panel);
+    parser.value("--web", [&options](const std::string &v) {
+        const auto port = number_in(v, 0, 65535);
+        if (!port) throw BadArgument{"--web wants a port from 0 to 65535"};
+        options.webPort = static_cast<int>(*port);
+    });
     parser.flag("--quiet", [&options] { options.quiet = true; });
     parser.flag("-h,--help", [] { throw CLI::CallForHelp(); });
     try {
@@ -258,6 +270,10 @@ std::optional<int> read_command_line(int argc, char **argv, SimOptions &options)
     }
     if (!options.panel.folder.empty() && options.panel.width == 0) {
         std::cerr << "zel-sim: --panel-out needs --screen WxH\n";
+        return 2;
+    }
+    if (options.webPort >= 0 && options.panel.width == 0) {
+        std::cerr << "zel-sim: --web needs --screen WxH\n";
         return 2;
     }
     return std::nullopt;

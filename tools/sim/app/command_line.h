@@ -13,6 +13,7 @@ struct SimOptions {
     Config config = program_defaults();
     PanelOptions panel;
     bool quiet = false;
+    int webPort = -1; // the live view's port on 127.0.0.1 (0: a free one); -1: no live view
 
     // zel-sim listens where a controller does: every way open, on the controller's own ports,
     // on all addresses. (Config's own defaults suit a simulator embedded in a test: loopback,

@@ -2,11 +2,13 @@
 #include <csignal>
 #include <iomanip>
 #include <iostream>
+#include <memory>
 #include <unistd.h>
 
 #include "sim/app/command_line.h"
 #include "sim/app/panel_hook.h"
 #include "sim/protocol/simulator.h"
+#include "sim/web/web_view.h"
 
 namespace {
 
@@ -24,12 +26,22 @@ int main(int argc, char **argv) {
     const zel::sim::Config &config = options.config;
     zel::sim::PanelOptions &panel = options.panel;
 
+    // The live view's screen outlives the simulator, whose file hook draws on it; the view
+    // goes before the simulator, whose request hook it holds.
+    std::unique_ptr<zel::sim::LivePanel> live;
+    if (options.webPort >= 0) {
+        live = std::make_unique<zel::sim::LivePanel>(panel.width, panel.height);
+        panel.live = live.get();
+    }
     zel::sim::Simulator sim(config);
     if (!options.quiet) sim.set_trace(&std::cout);
     panel.log = &std::cout;
     zel::sim::install_panel_output(sim, panel);
+    std::unique_ptr<zel::sim::WebView> web;
+    if (live) web = std::make_unique<zel::sim::WebView>(sim, *live);
     try {
         sim.start();
+        if (web) web->start(options.webPort);
     } catch (const std::exception &e) {
         std::cerr << e.what() << "\n";
         return 1;
@@ -44,6 +56,7 @@ int main(int argc, char **argv) {
     if (config.atPort >= 0) std::cout << "wifi module (AT): port " << sim.at_port() << "\n";
     if (config.serial) std::cout << "serial line: " << sim.serial_path() << "\n";
     if (!panel.folder.empty()) std::cout << "panel: " << panel.folder << "\n";
+    if (web) std::cout << "web: http://127.0.0.1:" << web->port() << "/\n";
     std::cout << std::flush;
 
     struct sigaction sa {};
@@ -53,6 +66,7 @@ int main(int argc, char **argv) {
     while (g_stop == 0) {
         ::pause();
     }
+    if (web) web->stop();
     sim.stop();
     return 0;
 }

@@ -98,9 +98,11 @@ void log_report(const PanelOptions &options, const std::string &what, const Pane
 void install_panel_output(Simulator &sim, PanelOptions options) {
     auto live = std::make_shared<LiveState>();
     install_live_areas(sim, options, live);
-    if (options.folder.empty()) return;
-    std::error_code ec;
-    std::filesystem::create_directories(options.folder, ec);
+    if (options.folder.empty() && options.live == nullptr) return;
+    if (!options.folder.empty()) {
+        std::error_code ec;
+        std::filesystem::create_directories(options.folder, ec);
+    }
     auto pairs = std::make_shared<G6Pairs>();
     sim.set_file_written_hook([&sim, options, pairs, live](uint8_t space, const std::string &name,
                                                            const std::vector<uint8_t> &content) {
@@ -110,9 +112,13 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
         const ScreenMode mode = screen_mode_for(options, type);
         const ClockTime time = options.clockTime.value_or(local_clock_time());
         if (answer_version_for(type) != 7) {
-            const PanelReport report = write_panel(options.folder, name, content, mode, time);
-            remember_program_panel(*live, report);
-            log_report(options, name + " (" + std::to_string(content.size()) + " bytes)", report);
+            if (!options.folder.empty()) {
+                const PanelReport report = write_panel(options.folder, name, content, mode, time);
+                remember_program_panel(*live, report);
+                log_report(options, name + " (" + std::to_string(content.size()) + " bytes)",
+                           report);
+            }
+            if (options.live != nullptr) options.live->show(name, content, mode, time);
             return;
         }
         std::string program;
@@ -133,14 +139,18 @@ void install_panel_output(Simulator &sim, PanelOptions options) {
             programBytes = pairs->programs[program];
             dataBytes = data->second;
         }
-        const PanelReport report =
-            write_panel_g6(options.folder, program, programBytes, dataBytes, mode, time);
-        remember_program_panel(*live, report);
-        log_report(options,
-                   program + " + " + data_file_name_for(program) + " (" +
-                       std::to_string(programBytes.size()) + " + " +
-                       std::to_string(dataBytes.size()) + " bytes)",
-                   report);
+        if (!options.folder.empty()) {
+            const PanelReport report =
+                write_panel_g6(options.folder, program, programBytes, dataBytes, mode, time);
+            remember_program_panel(*live, report);
+            log_report(options,
+                       program + " + " + data_file_name_for(program) + " (" +
+                           std::to_string(programBytes.size()) + " + " +
+                           std::to_string(dataBytes.size()) + " bytes)",
+                       report);
+        }
+        if (options.live != nullptr)
+            options.live->show_g6(program, programBytes, dataBytes, mode, time);
     });
 }
 

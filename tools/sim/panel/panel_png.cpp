@@ -76,29 +76,6 @@ void paint_area_page(Rgb &canvas, const ScreenMode &mode, const DecodedArea &are
     }
 }
 
-bool write_png(const std::string &path, const Rgb &image) {
-    if (image.width == 0 || image.height == 0) return false;
-    cairo_surface_t *surface = cairo_image_surface_create(
-        CAIRO_FORMAT_RGB24, static_cast<int>(image.width), static_cast<int>(image.height));
-    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
-        cairo_surface_destroy(surface);
-        return false;
-    }
-    cairo_surface_flush(surface);
-    unsigned char *data = cairo_image_surface_get_data(surface);
-    const int stride = cairo_image_surface_get_stride(surface);
-    for (uint32_t py = 0; py < image.height; ++py) {
-        auto *row = reinterpret_cast<uint32_t *>(data + static_cast<std::ptrdiff_t>(py) * stride);
-        for (uint32_t px = 0; px < image.width; ++px) {
-            row[px] = image.at(px, py) | 0xFF000000u;
-        }
-    }
-    cairo_surface_mark_dirty(surface);
-    const bool ok = cairo_surface_write_to_png(surface, path.c_str()) == CAIRO_STATUS_SUCCESS;
-    cairo_surface_destroy(surface);
-    return ok;
-}
-
 void clock_json(std::ostringstream &j, const DecodedArea &area, const std::string &png,
                 const ClockTime &time) {
     const DecodedClock &c = *area.clock;
@@ -225,6 +202,82 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
     return j.str();
 }
 
+namespace {
+
+// The first page of every picture area and every clock at `time`, in the file's order.
+Rgb compose_panel(const ScreenMode &mode, const DecodedProgram &p, const ClockTime &time) {
+    Rgb panel{mode.width, mode.height,
+              std::vector<uint32_t>(static_cast<std::size_t>(mode.width) * mode.height, 0)};
+    for (const DecodedArea &area : p.areas) {
+        if (area.clock) {
+            paint_clock(panel, mode, area, time);
+        } else if (area.type == 0 && draw_rect(mode, area)) {
+            paint_area_page(panel, mode, area, 0);
+        }
+    }
+    return panel;
+}
+
+} // namespace
+
+std::optional<Rgb> panel_image(std::span<const uint8_t> file, const ScreenMode &mode,
+                               const ClockTime &time) {
+    const DecodeResult decoded = decode_program(file, mode);
+    if (!decoded.ok()) return std::nullopt;
+    return compose_panel(mode, *decoded.program, time);
+}
+
+namespace {
+
+cairo_status_t append_bytes(void *closure, const unsigned char *data, unsigned int length) {
+    auto *out = static_cast<std::vector<uint8_t> *>(closure);
+    out->insert(out->end(), data, data + length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+// The image on a cairo surface of its size, or null.
+cairo_surface_t *surface_of(const Rgb &image) {
+    if (image.width == 0 || image.height == 0) return nullptr;
+    cairo_surface_t *surface = cairo_image_surface_create(
+        CAIRO_FORMAT_RGB24, static_cast<int>(image.width), static_cast<int>(image.height));
+    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(surface);
+        return nullptr;
+    }
+    cairo_surface_flush(surface);
+    unsigned char *data = cairo_image_surface_get_data(surface);
+    const int stride = cairo_image_surface_get_stride(surface);
+    for (uint32_t py = 0; py < image.height; ++py) {
+        auto *row = reinterpret_cast<uint32_t *>(data + static_cast<std::ptrdiff_t>(py) * stride);
+        for (uint32_t px = 0; px < image.width; ++px) {
+            row[px] = image.at(px, py) | 0xFF000000u;
+        }
+    }
+    cairo_surface_mark_dirty(surface);
+    return surface;
+}
+
+} // namespace
+
+std::vector<uint8_t> png_bytes(const Rgb &image) {
+    std::vector<uint8_t> out;
+    cairo_surface_t *surface = surface_of(image);
+    if (surface == nullptr) return out;
+    if (cairo_surface_write_to_png_stream(surface, append_bytes, &out) != CAIRO_STATUS_SUCCESS) {
+        out.clear();
+    }
+    cairo_surface_destroy(surface);
+    return out;
+}
+
+bool write_png(const std::string &path, const Rgb &image) {
+    cairo_surface_t *surface = surface_of(image);
+    if (surface == nullptr) return false;
+    const bool ok = cairo_surface_write_to_png(surface, path.c_str()) == CAIRO_STATUS_SUCCESS;
+    cairo_surface_destroy(surface);
+    return ok;
+}
+
 PanelReport write_panel(const std::string &folder, const std::string &name,
                         std::span<const uint8_t> file, const ScreenMode &mode,
                         const ClockTime &time) {
@@ -234,8 +287,7 @@ PanelReport write_panel(const std::string &folder, const std::string &name,
     if (decoded.ok()) {
         report.decoded = true;
         const DecodedProgram &p = *decoded.program;
-        Rgb panel{mode.width, mode.height,
-                  std::vector<uint32_t>(static_cast<std::size_t>(mode.width) * mode.height, 0)};
+        const Rgb panel = compose_panel(mode, p, time);
         for (std::size_t a = 0; a < p.areas.size(); ++a) {
             const DecodedArea &area = p.areas[a];
             if (area.clock) {
@@ -244,7 +296,6 @@ PanelReport write_panel(const std::string &folder, const std::string &name,
                 const std::string file_name = name + "-area" + std::to_string(a) + "-page0.png";
                 pagePngs.push_back(write_png(folder + "/" + file_name, canvas) ? file_name : "");
                 if (!pagePngs.back().empty()) report.pngs.push_back(folder + "/" + file_name);
-                paint_clock(panel, mode, area, time);
                 continue;
             }
             if (area.type != 0 || !draw_rect(mode, area)) continue;
@@ -257,7 +308,6 @@ PanelReport write_panel(const std::string &folder, const std::string &name,
                 pagePngs.push_back(write_png(folder + "/" + file_name, canvas) ? file_name : "");
                 if (!pagePngs.back().empty()) report.pngs.push_back(folder + "/" + file_name);
             }
-            paint_area_page(panel, mode, area, 0);
         }
         const std::string panelName = name + "-panel.png";
         if (write_png(folder + "/" + panelName, panel)) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <sstream>
 #include <string>
@@ -48,6 +49,14 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
 // holds past its length word, its background, its items, and the picture of it at `time`.
 void clock_json(std::ostringstream &j, const DecodedArea &area, const std::string &png,
                 const ClockTime &time);
+
+// What the screen shows of the file: the first page of every area together, clocks at `time`
+// (the picture <name>-panel.png holds). None when the file cannot be read.
+std::optional<Rgb> panel_image(std::span<const uint8_t> file, const ScreenMode &mode,
+                               const ClockTime &time);
+
+// An image as the bytes of an 8-bit RGB PNG; empty when it cannot be encoded.
+std::vector<uint8_t> png_bytes(const Rgb &image);
 
 // Writes an image as an 8-bit RGB PNG. False if the file could not be written.
 bool write_png(const std::string &path, const Rgb &image);

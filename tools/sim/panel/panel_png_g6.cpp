@@ -75,8 +75,8 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
           << ", \"height\": " << area.height << "}";
         if (area.clock) {
             j << ",\n     \"battleRecord\": \"" << hex_bytes(area.clock->battleRecord) << "\"";
+            // clock_json closes the area's object as well as the clock's.
             clock_json(j, panel_area(area), pngIndex < pngs.size() ? pngs[pngIndex++] : "", time);
-            j << "}";
             continue;
         }
         const auto rect = draw_rect(mode, panel_area(area));
@@ -119,6 +119,53 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
     return j.str();
 }
 
+namespace {
+
+// The first page of every background, then the first page of every other area and the clocks
+// at `time`.
+Rgb compose_panel_g6(const ScreenMode &mode, const DecodedProgramG6 &p,
+                     const std::vector<DecodedArea> &areas, const Rgb &behind,
+                     const ClockTime &time) {
+    Rgb panel = behind;
+    for (std::size_t a = 0; a < areas.size(); ++a) {
+        if (areas[a].clock) {
+            paint_clock(panel, mode, areas[a], time);
+        } else if (p.areas[a].type != kTypeBackground) {
+            paint_area_page(panel, mode, areas[a], 0);
+        }
+    }
+    return panel;
+}
+
+std::vector<DecodedArea> panel_areas(const DecodedProgramG6 &p) {
+    std::vector<DecodedArea> areas;
+    for (const DecodedAreaG6 &area : p.areas) {
+        areas.push_back(panel_area(area));
+    }
+    return areas;
+}
+
+Rgb backgrounds(const ScreenMode &mode, const DecodedProgramG6 &p,
+                const std::vector<DecodedArea> &areas) {
+    Rgb behind = blank(mode);
+    for (std::size_t a = 0; a < areas.size(); ++a) {
+        if (p.areas[a].type == kTypeBackground) paint_area_page(behind, mode, areas[a], 0);
+    }
+    return behind;
+}
+
+} // namespace
+
+std::optional<Rgb> panel_image_g6(std::span<const uint8_t> programFile,
+                                  std::span<const uint8_t> dataFile, const ScreenMode &mode,
+                                  const ClockTime &time) {
+    const DecodeResultG6 decoded = decode_program_g6(programFile, dataFile, mode);
+    if (!decoded.ok()) return std::nullopt;
+    const DecodedProgramG6 &p = *decoded.program;
+    const std::vector<DecodedArea> areas = panel_areas(p);
+    return compose_panel_g6(mode, p, areas, backgrounds(mode, p, areas), time);
+}
+
 PanelReport write_panel_g6(const std::string &folder, const std::string &name,
                            std::span<const uint8_t> programFile, std::span<const uint8_t> dataFile,
                            const ScreenMode &mode, const ClockTime &time) {
@@ -128,23 +175,10 @@ PanelReport write_panel_g6(const std::string &folder, const std::string &name,
     if (decoded.ok()) {
         report.decoded = true;
         const DecodedProgramG6 &p = *decoded.program;
-        std::vector<DecodedArea> areas;
-        for (const DecodedAreaG6 &area : p.areas) {
-            areas.push_back(panel_area(area));
-        }
+        const std::vector<DecodedArea> areas = panel_areas(p);
         // The backgrounds' first pages lie behind everything else.
-        Rgb behind = blank(mode);
-        for (std::size_t a = 0; a < areas.size(); ++a) {
-            if (p.areas[a].type == kTypeBackground) paint_area_page(behind, mode, areas[a], 0);
-        }
-        Rgb panel = behind;
-        for (std::size_t a = 0; a < areas.size(); ++a) {
-            if (areas[a].clock) {
-                paint_clock(panel, mode, areas[a], time);
-            } else if (p.areas[a].type != kTypeBackground) {
-                paint_area_page(panel, mode, areas[a], 0);
-            }
-        }
+        const Rgb behind = backgrounds(mode, p, areas);
+        const Rgb panel = compose_panel_g6(mode, p, areas, behind, time);
         auto keep = [&](const std::string &fileName, const Rgb &canvas) {
             // A page that cannot be written keeps its place in the summary as null.
             pagePngs.push_back(write_png(folder + "/" + fileName, canvas) ? fileName : "");

@@ -2,6 +2,7 @@
 // drawn as G5 programs are (panel_png.h), with the backgrounds behind the other areas.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,6 +24,12 @@ namespace zel::sim {
 PanelReport write_panel_g6(const std::string &folder, const std::string &name,
                            std::span<const uint8_t> programFile, std::span<const uint8_t> dataFile,
                            const ScreenMode &mode, const ClockTime &time);
+
+// What the screen shows of the pair (the picture <name>-panel.png holds). None when the files
+// cannot be read.
+std::optional<Rgb> panel_image_g6(std::span<const uint8_t> programFile,
+                                  std::span<const uint8_t> dataFile, const ScreenMode &mode,
+                                  const ClockTime &time);
 
 // The summary alone.
 std::string panel_json_g6(const std::string &name, std::span<const uint8_t> programFile,

@@ -488,6 +488,11 @@ void Simulator::notify_file_written(uint8_t space, const std::string &name,
     if (m_fileHook) m_fileHook(space, name, content);
 }
 
+void Simulator::set_request_hook(RequestHook hook) {
+    std::lock_guard<std::recursive_mutex> guard(m_mutex);
+    m_requestHook = std::move(hook);
+}
+
 void Simulator::set_trace(std::ostream *out) {
     std::lock_guard<std::recursive_mutex> guard(m_mutex);
     m_trace = out;
@@ -555,6 +560,7 @@ Simulator::Outcome Simulator::handle_frame(Session &session, const std::vector<u
     request.valid = parsed.valid;
     m_requests.push_back(request);
     trace_request(request);
+    if (m_requestHook) m_requestHook(request);
 
     Outcome outcome;
     if (!request.valid) {

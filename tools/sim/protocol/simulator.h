@@ -79,6 +79,9 @@ using AtHandler =
 using FileWrittenHook = std::function<void(uint8_t space, const std::string &name,
                                            const std::vector<uint8_t> &content)>;
 
+// Called with every request as it is recorded (a live view lists the last ones).
+using RequestHook = std::function<void(const Request &request)>;
+
 // Which requests a fault touches.
 enum class FaultScope { Probe, Commands, All };
 
@@ -172,6 +175,10 @@ class Simulator {
     void notify_file_written(uint8_t space, const std::string &name,
                              const std::vector<uint8_t> &content);
 
+    // Runs on the simulator's thread with its lock held, after each request is recorded: it
+    // must be quick and must not wait for another thread that takes the lock.
+    void set_request_hook(RequestHook hook);
+
     // One readable line per request (and per AT line) goes here; null for none.
     void set_trace(std::ostream *out);
 
@@ -209,6 +216,7 @@ class Simulator {
     std::vector<std::string> m_atLines;
     std::map<std::type_index, std::shared_ptr<void>> m_moduleStates;
     FileWrittenHook m_fileHook;
+    RequestHook m_requestHook;
     std::ostream *m_trace = nullptr;
 
     std::unique_ptr<Impl> m_impl;
