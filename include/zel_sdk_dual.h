@@ -1040,81 +1040,81 @@ ZEL_API int32_t zelDual_program_timeAreaCancleBattleTime_G6(uint16_t areaID);
 
 /** The style of a text of a dynamic area (20 bytes): the style part of TextPageParams_G5. */
 typedef struct ZelTextStyleRecord {
-    uint32_t arrMode; /**< offset 0: 0 single line, 1 multi-line */
-    uint16_t fontSize; /**< offset 4: points */
-    uint32_t fontColor; /**< offset 6: 0 to 7 a colour code, otherwise 0x00RRGGBB */
-    uint8_t fontBold; /**< offset 10 */
-    uint8_t fontItalic; /**< offset 11 */
-    uint32_t styleWord12; /**< offset 12: carried, not drawn with */
-    uint16_t styleWord16; /**< offset 16: carried, not drawn with */
+    uint32_t arrMode;        /**< offset 0: 0 single line, 1 multi-line */
+    uint16_t fontSize;       /**< offset 4: points */
+    uint32_t fontColor;      /**< offset 6: 0 to 7 a colour code, otherwise 0x00RRGGBB */
+    uint8_t fontBold;        /**< offset 10 */
+    uint8_t fontItalic;      /**< offset 11 */
+    uint32_t styleWord12;    /**< offset 12: carried, not drawn with */
+    uint16_t styleWord16;    /**< offset 16: carried, not drawn with */
     uint8_t horizontalAlign; /**< offset 18: 0 to 3 */
-    uint8_t verticalAlign; /**< offset 19: 0 to 3 */
+    uint8_t verticalAlign;   /**< offset 19: 0 to 3 */
 } ZelTextStyleRecord;
 ZEL_STATIC_ASSERT(sizeof(ZelTextStyleRecord) == 20, "ZelTextStyleRecord is 20 bytes");
 
 /** One content of a G5 item-list add (and of the G6 item lists), 51 bytes. */
 typedef struct DynamicAreaBaseInfo_5G {
-    uint8_t kind; /**< offset 0: 1 text, 2 picture; another kind adds no pages */
-    uint8_t displayEffect; /**< offset 1: 0x26 sends the pages last to first */
-    uint8_t pageByte2; /**< offset 2: for the controller */
-    uint8_t pageByte3; /**< offset 3: for the controller */
-    uint16_t pageWord4; /**< offset 4: for the controller */
-    uint8_t pageByte6; /**< offset 6: for the controller */
+    uint8_t kind;             /**< offset 0: 1 text, 2 picture; another kind adds no pages */
+    uint8_t displayEffect;    /**< offset 1: 0x26 sends the pages last to first */
+    uint8_t pageByte2;        /**< offset 2: for the controller */
+    uint8_t pageByte3;        /**< offset 3: for the controller */
+    uint16_t pageWord4;       /**< offset 4: for the controller */
+    uint8_t pageByte6;        /**< offset 6: for the controller */
     ZelTextStyleRecord style; /**< offset 7 */
-    const char *fontName; /**< offset 27: family name, or a .ttf/.ttc file (any case) */
-    const char *text; /**< offset 35: GBK text (kind 1) */
-    const char *picturePath; /**< offset 43: PNG file (kind 2) */
+    const char *fontName;     /**< offset 27: family name, or a .ttf/.ttc file (any case) */
+    const char *text;         /**< offset 35: GBK text (kind 1) */
+    const char *picturePath;  /**< offset 43: PNG file (kind 2) */
 } DynamicAreaBaseInfo_5G;
 ZEL_STATIC_ASSERT(sizeof(DynamicAreaBaseInfo_5G) == 51, "DynamicAreaBaseInfo_5G is 51 bytes");
 
 /** The sound of a G6 dynamic area or an independent sound message (29 bytes). */
 typedef struct ZelDynamicSound_G6 {
-    uint8_t enable; /**< offset 0: 1 gives the area its sound; not read by the
+    uint8_t enable;            /**< offset 0: 1 gives the area its sound; not read by the
                                   independent sound entries */
     uint8_t soundSettings1[4]; /**< offset 1: for the controller */
-    uint32_t soundValue1; /**< offset 5 */
-    uint32_t soundValue2; /**< offset 9 */
+    uint32_t soundValue1;      /**< offset 5 */
+    uint32_t soundValue2;      /**< offset 9 */
     uint8_t soundSettings2[4]; /**< offset 13 */
-    uint32_t textLength; /**< offset 17: bytes at text */
-    const char *text; /**< offset 21: the text to speak, GBK */
+    uint32_t textLength;       /**< offset 17: bytes at text */
+    const char *text;          /**< offset 21: the text to speak, GBK */
 } ZelDynamicSound_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelDynamicSound_G6) == 29, "ZelDynamicSound_G6 is 29 bytes");
 
 /** Where a G6 dynamic area stands, and its sound (41 bytes). */
 typedef struct ZelDynamicAreaParams_G6 {
-    uint8_t AreaType; /**< offset 0: not read; a dynamic area is always type 16 */
-    uint16_t AreaX; /**< offset 1 */
-    uint16_t AreaY; /**< offset 3 */
-    uint16_t AreaWidth; /**< offset 5 */
-    uint16_t AreaHeight; /**< offset 7 */
-    uint8_t unused[3]; /**< offset 9: not read */
+    uint8_t AreaType;         /**< offset 0: not read; a dynamic area is always type 16 */
+    uint16_t AreaX;           /**< offset 1 */
+    uint16_t AreaY;           /**< offset 3 */
+    uint16_t AreaWidth;       /**< offset 5 */
+    uint16_t AreaHeight;      /**< offset 7 */
+    uint8_t unused[3];        /**< offset 9: not read */
     ZelDynamicSound_G6 sound; /**< offset 12: used by the text entries */
 } ZelDynamicAreaParams_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelDynamicAreaParams_G6) == 41, "ZelDynamicAreaParams_G6 is 41 bytes");
 
 /** One area of a set (zelDual_dynamicAreaS_*), 89 bytes. */
 typedef struct ZelDynamicAreaSetItem_G6 {
-    uint8_t areaID; /**< offset 0: each number once per set */
+    uint8_t areaID;               /**< offset 0: each number once per set */
     ZelDynamicAreaParams_G6 area; /**< offset 1 */
-    TextPageParams_G6 page; /**< offset 42: pictures read its first ten bytes */
-    const char *font; /**< offset 73: not read by the picture sets */
-    const char *content; /**< offset 81: the text, or the PNG path of a picture set */
+    TextPageParams_G6 page;       /**< offset 42: pictures read its first ten bytes */
+    const char *font;             /**< offset 73: not read by the picture sets */
+    const char *content;          /**< offset 81: the text, or the PNG path of a picture set */
 } ZelDynamicAreaSetItem_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelDynamicAreaSetItem_G6) == 89, "ZelDynamicAreaSetItem_G6 is 89 bytes");
 
 /** The frame of a G6 item-list area (15 bytes, passed by value). */
 typedef struct ZelAreaFrmae_Dynamic_G6 {
-    uint8_t frameFlag; /**< offset 0: 1 for a frame, anything else for none */
+    uint8_t frameFlag;      /**< offset 0: 1 for a frame, anything else for none */
     uint8_t frameHeader[5]; /**< offset 1: for the controller; the last byte is also the frame's
                                thickness in pixels */
-    uint8_t unused; /**< offset 6: not read */
-    const char *pngPath; /**< offset 7: the frame's PNG strip */
+    uint8_t unused;         /**< offset 6: not read */
+    const char *pngPath;    /**< offset 7: the frame's PNG strip */
 } ZelAreaFrmae_Dynamic_G6;
 ZEL_STATIC_ASSERT(sizeof(ZelAreaFrmae_Dynamic_G6) == 15, "ZelAreaFrmae_Dynamic_G6 is 15 bytes");
 
 /** One message of the independent sound entries (30 bytes). */
 typedef struct ZelSoundItem_Independ {
-    uint8_t itemByte; /**< offset 0: sent by the update entry; not read by insert */
+    uint8_t itemByte;         /**< offset 0: sent by the update entry; not read by insert */
     ZelDynamicSound_G6 sound; /**< offset 1: its enable byte is not read */
 } ZelSoundItem_Independ;
 ZEL_STATIC_ASSERT(sizeof(ZelSoundItem_Independ) == 30, "ZelSoundItem_Independ is 30 bytes");
@@ -1205,8 +1205,7 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaWithPic_5G_Serial(
  *  and the first item's font and text or path.
  *  @param pIP, nPort, color, headByte0, headByte1, headWord, listFlag, listCount, listWords,
  *         playByte, x, y, width, height, frame as zelDual_dynamicArea_AddAreaWithTxt_5G
- *  @param count the number of contents
- *  @param items `count` pointers to contents
+ *  @param count, items `count` pointers to contents
  *  @return as zelDual_dynamicArea_AddAreaWithPic_5G; -1 for no items */
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_5G(
     const char *pIP, uint16_t nPort, E_ScreenColor_G56 color, uint8_t headByte0, uint8_t headByte1,
@@ -1252,11 +1251,9 @@ ZEL_API int32_t zelDual_dynamicArea_DelAreaS_G5_Serial(const char *pSerialName,
  * (effect 4), single line, colour 1, centred, shown with all programs at once.
  * @param pIP, nPort the controller; a port below 1024 gives -1 without traffic
  * @param color the screen's colour class
- * @param areaID the dynamic area's number
+ * @param areaID the area's number
  * @param x, y, width, height the area, in pixels
- * @param fontSize points
- * @param text GBK text
- * @param font family name or .ttf/.ttc file; `fontSize` in points; `text` GBK
+ * @param font, fontSize, text family name or .ttf/.ttc file, size in points, GBK text
  * @return the exchange's result; the ping's failure. Console: "ret =====cmd_tcpPing===== %d \n"
  *         after the ping, "TK_Client init后，Client.m_DeviceType == 0x%x \n" after the connect.
  */
@@ -1348,10 +1345,9 @@ ZEL_API int32_t zelDual_dynamicArea_DelAreas_6G_Serial(const char *pSerialName,
 /**
  * Sends `count` G6 dynamic areas with texts in one command: every area block first, then all
  * pixels. An area number used twice prints " 区域ID??d 已存在！\n" and sends nothing.
- * @param pIP, nPort the controller
+ * @param pIP, nPort the controller; a port below 1024 gives -1 without traffic
  * @param color the screen's colour class
- * @param count the number of areas
- * @param items `count` areas; each needs its font and its text
+ * @param count, items `count` areas; each needs its font and its text
  * @return the exchange's result; -1 for bad arguments, a failed ping or a failed area. Console:
  *         "retdata.ControllerType == 0x%x \n", "ret =====cmd_tcpPing===== %d \n",
  *         "TK_Client init后，Client.m_DeviceType == 0x%x \n"
@@ -1399,14 +1395,14 @@ ZEL_API int32_t zelDual_dynamicAreaS_AddAreaPic_WithProgram_6G_Serial(
  * %s; \r\n" at level 4 with the first content's font; font arguments are always family names.
  * @param pIP, nPort the controller
  * @param color the screen's colour class
- * @param areaID the dynamic area's number
- * @param programCount, programs the programs it shows with when `allPrograms` is 0
- * @param x, y, width, height the area, in pixels
- * @param count, items the contents, texts and pictures
+ * @param areaID the area's number
  * @param runMode, timeout, immediate carried for the controller
+ * @param programCount, programs the program list (a count above 0 needs its list)
+ * @param x, y, width, height the area, in pixels, frame included
  * @param allPrograms 1 all programs (the count is sent, the numbers not), 0 the list
  * @param frame a frame when its flag is 1; a PNG that does not read prints
  *        "Error: zel_dual_sdk Can't create_from_png. file: %s \n" and gives -1
+ * @param count, items `count` pointers to contents (1 text, 2 picture)
  * @return the exchange's result (a failure also prints
  *         "Failed! oClient.send_recv_cmd!  nSendResult = %d \r\n"); the ping's failure; -1
  *         for no contents or nothing to send
@@ -1445,7 +1441,7 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(
     const DynamicAreaBaseInfo_5G *items);
 
 /** Makes a G6 controller speak a text without any area (no ping, no screen settings).
- *  @param pIP, nPort the controller
+ *  @param pIP, nPort the controller; a port below 1024 gives -1
  *  @param record the message; its text must have a length above 0
  *  @param second, first two bytes for the controller, sent as first, second
  *  @return the exchange's result; -1 for bad arguments or a port below 1024 */
