@@ -72,8 +72,9 @@ void install_live_areas(Simulator &sim, const PanelOptions &options,
             }
             return;
         }
-        if (options.folder.empty()) return;
         const ScreenMode mode = screen_mode_for(options, sim.controller_type());
+        if (options.live != nullptr) options.live->show_dynamic(live->areas, mode);
+        if (options.folder.empty()) return;
         const std::string path = options.folder + "/" + kLivePanelName;
         std::optional<Rgb> base;
         if (!live->programPanel.empty()) base = read_png(live->programPanel);

@@ -45,9 +45,21 @@ bool LivePanel::show_g6(const std::string &name, std::span<const uint8_t> progra
     return decoded.ok();
 }
 
+void LivePanel::show_dynamic(const LiveAreas &areas, const ScreenMode &mode) {
+    {
+        std::lock_guard<std::mutex> guard(m_mutex);
+        m_areas = areas;
+        m_areasMode = mode;
+        ++m_shown.version;
+    }
+    changed();
+}
+
 Rgb LivePanel::current_image() const {
     std::lock_guard<std::mutex> guard(m_mutex);
-    return m_image;
+    Rgb image = m_image;
+    if (m_areas.size() != 0) m_areas.paint(image, m_areasMode);
+    return image;
 }
 
 LivePanel::Shown LivePanel::shown() const {

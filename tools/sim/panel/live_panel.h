@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "sim/panel/clock_painter.h"
+#include "sim/panel/live_areas.h"
 #include "sim/panel/program_decoder.h"
 
 namespace zel::sim {
@@ -28,7 +29,10 @@ class LivePanel {
     bool show_g6(const std::string &name, std::span<const uint8_t> programFile,
                  std::span<const uint8_t> dataFile, const ScreenMode &mode, const ClockTime &time);
 
-    // The panel image as it stands now. Every front end asks here, so that all of them show
+    // Shows the live dynamic areas as they now stand over the program (a copy is kept).
+    void show_dynamic(const LiveAreas &areas, const ScreenMode &mode);
+
+    // The panel image as it stands now: the program's panel with the dynamic areas over it. Every front end asks here, so that all of them show
     // the same screen, whatever comes to be drawn on it.
     Rgb current_image() const;
 
@@ -47,7 +51,9 @@ class LivePanel {
     void changed();
 
     mutable std::mutex m_mutex;
-    Rgb m_image;
+    Rgb m_image; // the last program's panel
+    LiveAreas m_areas;
+    ScreenMode m_areasMode{};
     Shown m_shown;
     std::vector<std::function<void()>> m_listeners;
 };
