@@ -445,7 +445,7 @@ int32_t send_text(Context &c) {
 
 // ---- the table ------------------------------------------------------------------------------
 
-struct CommandSpec {
+struct CommandEntry {
     const char *parent; // "" for a command of its own
     const char *name;
     const char *help;
@@ -459,7 +459,7 @@ const std::map<std::string, std::string> kGroups = {
     {"files", "The controller's file system"},
 };
 
-std::vector<CommandSpec> command_table() {
+std::vector<CommandEntry> command_table() {
     const auto none = [](CLI::App &, Options &) {};
     const auto names = [](CLI::App &a, Options &o) {
         a.add_option("NAME", o.names, "file names of four characters")->required();
@@ -574,13 +574,13 @@ void add_commands(CLI::App &app, Options &options, Chosen &chosen) {
         group->require_subcommand(1);
         groups[name] = group;
     }
-    for (CommandSpec &spec : command_table()) {
-        CLI::App *parent = spec.parent[0] == '\0' ? &app : groups.at(spec.parent);
-        CLI::App *sub = parent->add_subcommand(spec.name, spec.help);
-        spec.args(*sub, options);
+    for (CommandEntry &entry : command_table()) {
+        CLI::App *parent = entry.parent[0] == '\0' ? &app : groups.at(entry.parent);
+        CLI::App *sub = parent->add_subcommand(entry.name, entry.help);
+        entry.args(*sub, options);
         const std::string full =
-            spec.parent[0] == '\0' ? spec.name : std::string(spec.parent) + " " + spec.name;
-        sub->callback([&chosen, full, run = spec.run] { chosen = {full, run}; });
+            entry.parent[0] == '\0' ? entry.name : std::string(entry.parent) + " " + entry.name;
+        sub->callback([&chosen, full, run = entry.run] { chosen = {full, run}; });
     }
 }
 
