@@ -59,6 +59,11 @@ int tcp_socket_bound() {
     if (fd < 0) {
         return kInvalidSocket;
     }
+    // The port of a bind to port 0 is left to the connect, which can reuse a local port for
+    // another destination: a bind alone must find a port no socket holds, TIME_WAIT ones
+    // included, which grows slow and then fails on a host that talks to many controllers.
+    const int one = 1;
+    (void)::setsockopt(fd, IPPROTO_IP, IP_BIND_ADDRESS_NO_PORT, &one, sizeof one);
     const sockaddr_in any = ipv4(INADDR_ANY, 0);
     if (::bind(fd, reinterpret_cast<const sockaddr *>(&any), sizeof any) != 0) {
         ::close(fd);
