@@ -155,14 +155,20 @@ TimeContentRecord Builder::time_content(const Json &c, const std::string &where)
     t.fontColor = colour(c, "color", 1, where);
     t.fontSize = number<uint16_t>(c, "fontSize", 9, where);
     t.horizontalAlign = number<uint8_t>(c, "align", 1, where);
-    const auto field = [&](const char *key, uint8_t &enable, uint32_t &format) {
-        if (!c.contains(key) || c.at(key).is_null()) return;
-        enable = 1;
-        format = number<uint32_t>(c, key, 0, where);
-    };
-    field("date", t.dateEnable, t.dateFormat);
-    field("week", t.weekEnable, t.weekFormat);
-    field("time", t.timeEnable, t.timeFormat);
+    // The record is packed: its formats are read and written by value, never bound by reference.
+    const auto shown = [&](const char *key) { return c.contains(key) && !c.at(key).is_null(); };
+    if (shown("date")) {
+        t.dateEnable = 1;
+        t.dateFormat = number<uint32_t>(c, "date", 0, where);
+    }
+    if (shown("week")) {
+        t.weekEnable = 1;
+        t.weekFormat = number<uint32_t>(c, "week", 0, where);
+    }
+    if (shown("time")) {
+        t.timeEnable = 1;
+        t.timeFormat = number<uint32_t>(c, "time", 0, where);
+    }
     return t;
 }
 
@@ -270,16 +276,27 @@ void Builder::clock_area(uint16_t id, const Json &a, const std::string &where) {
     const std::string at = where + ".analog";
     check_keys(c, {"dial", "hourHand", "minuteHand", "secondHand", "marks", "dialPicture"}, at);
     AnalogClockRecord hands{};
-    const auto hand = [&](const char *key, uint8_t &length, uint32_t &color) {
-        if (!c.contains(key)) return;
+    // The record is packed: a hand's colour is assigned by value, never bound by reference.
+    struct Hand {
+        uint8_t length = 0;
+        uint32_t color = 0;
+    };
+    const auto hand = [&](const char *key, uint8_t length, uint32_t color) {
+        if (!c.contains(key)) return Hand{length, color};
         const Json &h = c.at(key);
         check_keys(h, {"length", "color"}, at + "." + key);
-        length = number<uint8_t>(h, "length", 0, at + "." + key);
-        color = colour(h, "color", 1, at + "." + key);
+        return Hand{number<uint8_t>(h, "length", 0, at + "." + key),
+                    colour(h, "color", 1, at + "." + key)};
     };
-    hand("hourHand", hands.hourHandLength, hands.hourHandColor);
-    hand("minuteHand", hands.minuteHandLength, hands.minuteHandColor);
-    hand("secondHand", hands.secondHandLength, hands.secondHandColor);
+    const Hand hour = hand("hourHand", hands.hourHandLength, hands.hourHandColor);
+    hands.hourHandLength = hour.length;
+    hands.hourHandColor = hour.color;
+    const Hand minute = hand("minuteHand", hands.minuteHandLength, hands.minuteHandColor);
+    hands.minuteHandLength = minute.length;
+    hands.minuteHandColor = minute.color;
+    const Hand second = hand("secondHand", hands.secondHandLength, hands.secondHandColor);
+    hands.secondHandLength = second.length;
+    hands.secondHandColor = second.color;
     ZelDialMarkColors marks{1, 1, 1};
     if (c.contains("marks")) {
         const Json &m = c.at("marks");
