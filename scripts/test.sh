@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 bash scripts/setup.sh
 
 jobs=2
-fuzz_seconds=${ZEL_FUZZ_SECONDS:-20}
+fuzz_seconds=${ZEL_FUZZ_SECONDS:-10}
 
 echo "== build"
 cmake -S . -B build -G Ninja -DZEL_WERROR=ON >/dev/null
