@@ -44,10 +44,10 @@ PageDisplayRecord unpack_picture_page(const TextPageParams_G5 &r) {
     return p;
 }
 
-TextPageParams unpack(const TextPageParams_G5 &r) {
-    TextPageParams params;
-    params.display = unpack_picture_page(r);
-    TextStyleRecord &s = params.style;
+// The text style shared by the G5 and G6 text page records (their fields by value: the records
+// are packed).
+template <typename Record> TextStyleRecord unpack_style(const Record &r) {
+    TextStyleRecord s;
     s.arrMode = r.arrMode;
     s.fontSize = r.fontSize;
     s.fontColor = r.fontColor;
@@ -57,6 +57,13 @@ TextPageParams unpack(const TextPageParams_G5 &r) {
     s.styleWord16 = r.styleWord16;
     s.horizontalAlign = r.horizontalAlign;
     s.verticalAlign = r.verticalAlign;
+    return s;
+}
+
+TextPageParams unpack(const TextPageParams_G5 &r) {
+    TextPageParams params;
+    params.display = unpack_picture_page(r);
+    params.style = unpack_style(r);
     return params;
 }
 
@@ -116,16 +123,7 @@ PageDisplayRecord_G6 unpack_picture_page(const TextPageParams_G6 &r) {
 TextPageParamsG6 unpack(const TextPageParams_G6 &r) {
     TextPageParamsG6 params;
     params.display = unpack_picture_page(r);
-    TextStyleRecord &s = params.style;
-    s.arrMode = r.arrMode;
-    s.fontSize = r.fontSize;
-    s.fontColor = r.fontColor;
-    s.fontBold = r.fontBold;
-    s.fontItalic = r.fontItalic;
-    s.styleWord12 = r.styleWord12;
-    s.styleWord16 = r.styleWord16;
-    s.horizontalAlign = r.horizontalAlign;
-    s.verticalAlign = r.verticalAlign;
+    params.style = unpack_style(r);
     return params;
 }
 
