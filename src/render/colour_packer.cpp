@@ -5,30 +5,12 @@
 #include <array>
 #include <cstring>
 #include <immintrin.h>
+#include <span>
 
 namespace zel::planes {
 namespace {
 
 constexpr std::size_t kBytesPerPixel = 4;
-
-// The 5-6-5 word split into its two bytes, each the OR of two channel lookups:
-// high = blue's top five bits | green's top three, low = green's next three | red's top five.
-struct Tables565 {
-    alignas(64) std::array<uint8_t, 256> high_blue;
-    alignas(64) std::array<uint8_t, 256> high_green;
-    alignas(64) std::array<uint8_t, 256> low_green;
-    alignas(64) std::array<uint8_t, 256> low_red;
-
-    explicit Tables565(const GammaTables &gamma) {
-        for (std::size_t i = 0; i < 256; ++i) {
-            high_blue[i] = static_cast<uint8_t>(gamma.blue[i] & 0xF8U);
-            high_green[i] = static_cast<uint8_t>(gamma.green[i] >> 5);
-            low_green[i] =
-                static_cast<uint8_t>((static_cast<unsigned>(gamma.green[i]) << 3) & 0xE0U);
-            low_red[i] = static_cast<uint8_t>(gamma.red[i] >> 3);
-        }
-    }
-};
 
 // Whole words: one table per channel holding its bits at their place in the word.
 void pack_565_portable(const uint8_t *p, uint8_t *o, std::size_t count, const GammaTables &gamma) {
@@ -95,16 +77,34 @@ ZEL_AVX512 inline __mmask64 first_bytes(std::size_t n) {
     return n >= 64 ? ~__mmask64{0} : (__mmask64{1} << n) - 1;
 }
 
-// Sixteen pixels per step: one byte permute picks red, green, blue of each.
+// Sixty-four pixels (256 bytes in, 192 out) per step: each 64-byte output register takes its
+// red, green and blue bytes from two neighbouring input registers with one two-source permute,
+// and the stores are whole registers. The tail goes sixteen pixels at a time, masked.
 ZEL_AVX512 void pack_888_avx512(const uint8_t *p, uint8_t *o, std::size_t count) {
-    alignas(64) uint8_t order[64] = {};
-    for (std::size_t j = 0; j < 48; ++j)
-        order[j] = static_cast<uint8_t>(4 * (j / 3) + 2 - j % 3);
-    const __m512i pick = _mm512_load_si512(order);
-    for (std::size_t i = 0; i < count; i += 16, p += 16 * kBytesPerPixel, o += 48) {
+    alignas(64) uint8_t order[3][64] = {};
+    for (std::size_t k = 0; k < 3; ++k) {
+        for (std::size_t j = 0; j < 64; ++j) {
+            const std::size_t g = 64 * k + j;
+            order[k][j] = static_cast<uint8_t>(4 * (g / 3) + 2 - g % 3 - 64 * k);
+        }
+    }
+    const __m512i pick0 = _mm512_load_si512(order[0]);
+    const __m512i pick1 = _mm512_load_si512(order[1]);
+    const __m512i pick2 = _mm512_load_si512(order[2]);
+    std::size_t i = 0;
+    for (; i + 64 <= count; i += 64, p += 64 * kBytesPerPixel, o += 192) {
+        const __m512i v0 = _mm512_loadu_si512(p);
+        const __m512i v1 = _mm512_loadu_si512(p + 64);
+        const __m512i v2 = _mm512_loadu_si512(p + 128);
+        const __m512i v3 = _mm512_loadu_si512(p + 192);
+        _mm512_storeu_si512(o, _mm512_permutex2var_epi8(v0, pick0, v1));
+        _mm512_storeu_si512(o + 64, _mm512_permutex2var_epi8(v1, pick1, v2));
+        _mm512_storeu_si512(o + 128, _mm512_permutex2var_epi8(v2, pick2, v3));
+    }
+    for (; i < count; i += 16, p += 16 * kBytesPerPixel, o += 48) {
         const std::size_t n = count - i < 16 ? count - i : 16;
         const __m512i v = _mm512_maskz_loadu_epi8(first_bytes(n * kBytesPerPixel), p);
-        _mm512_mask_storeu_epi8(o, first_bytes(n * 3), _mm512_permutexvar_epi8(pick, v));
+        _mm512_mask_storeu_epi8(o, first_bytes(n * 3), _mm512_permutexvar_epi8(pick0, v));
     }
 }
 
@@ -114,21 +114,29 @@ struct Table256 {
     __m512i q0, q1, q2, q3;
 };
 
-ZEL_AVX512 inline Table256 load_table(const std::array<uint8_t, 256> &t) {
-    return {_mm512_load_si512(t.data()), _mm512_load_si512(t.data() + 64),
-            _mm512_load_si512(t.data() + 128), _mm512_load_si512(t.data() + 192)};
+ZEL_AVX512 inline Table256 load_table(std::span<const uint8_t, 256> t) {
+    return {_mm512_loadu_si512(t.data()), _mm512_loadu_si512(t.data() + 64),
+            _mm512_loadu_si512(t.data() + 128), _mm512_loadu_si512(t.data() + 192)};
 }
 
-ZEL_AVX512 inline __m512i lookup(const Table256 &t, __m512i index, __mmask64 upper) {
+ZEL_AVX512 inline __m512i lookup(const Table256 &t, __m512i index) {
     const __m512i lo = _mm512_permutex2var_epi8(t.q0, index, t.q1);
     const __m512i hi = _mm512_permutex2var_epi8(t.q2, index, t.q3);
-    return _mm512_mask_blend_epi8(upper, lo, hi);
+    return _mm512_mask_blend_epi8(_mm512_movepi8_mask(index), lo, hi);
 }
 
-// Sixty-four pixels per step: their blue, green and red bytes gathered into one register each,
-// four table lookups, and the low and high bytes interleaved into 128 bytes of words.
+// (a & mask) | (b & ~mask), bit by bit.
+ZEL_AVX512 inline __m512i select_bits(__m512i mask, __m512i a, __m512i b) {
+    return _mm512_ternarylogic_epi32(a, b, mask, 0xE4);
+}
+
+// Sixty-four pixels per step: their blue, green and red bytes gathered into one register each
+// and put through their gamma tables; the word's high byte is blue's top five bits and green's
+// top three, its low byte green's next three and red's top five (16-bit shifts move the bits,
+// the masks drop what crosses from the neighbouring byte); two permutes interleave low and
+// high bytes into 128 bytes of words.
 ZEL_AVX512 void pack_565_avx512(const uint8_t *p, uint8_t *o, std::size_t count,
-                                const Tables565 &tables) {
+                                const GammaTables &gamma) {
     alignas(64) uint8_t blue_green[64], red[64], words_lo[64], words_hi[64];
     for (std::size_t j = 0; j < 64; ++j) {
         blue_green[j] = static_cast<uint8_t>(j < 32 ? 4 * j : 4 * (j - 32) + 1);
@@ -140,10 +148,11 @@ ZEL_AVX512 void pack_565_avx512(const uint8_t *p, uint8_t *o, std::size_t count,
     const __m512i pick_r = _mm512_load_si512(red);
     const __m512i join_lo = _mm512_load_si512(words_lo);
     const __m512i join_hi = _mm512_load_si512(words_hi);
-    const Table256 high_blue = load_table(tables.high_blue);
-    const Table256 high_green = load_table(tables.high_green);
-    const Table256 low_green = load_table(tables.low_green);
-    const Table256 low_red = load_table(tables.low_red);
+    const Table256 gamma_blue = load_table(gamma.blue);
+    const Table256 gamma_green = load_table(gamma.green);
+    const Table256 gamma_red = load_table(gamma.red);
+    const __m512i top_five = _mm512_set1_epi8(static_cast<char>(0xF8));
+    const __m512i top_three = _mm512_set1_epi8(static_cast<char>(0xE0));
 
     for (std::size_t i = 0; i < count; i += 64, p += 64 * kBytesPerPixel, o += 128) {
         const std::size_t n = count - i < 64 ? count - i : 64;
@@ -151,25 +160,29 @@ ZEL_AVX512 void pack_565_avx512(const uint8_t *p, uint8_t *o, std::size_t count,
         __m512i v[4];
         for (std::size_t k = 0; k < 4; ++k) {
             const std::size_t at = 64 * k;
-            v[k] = in_bytes > at ? _mm512_maskz_loadu_epi8(first_bytes(in_bytes - at), p + at)
-                                 : _mm512_setzero_si512();
+            if (n == 64)
+                v[k] = _mm512_loadu_si512(p + at);
+            else
+                v[k] = in_bytes > at ? _mm512_maskz_loadu_epi8(first_bytes(in_bytes - at), p + at)
+                                     : _mm512_setzero_si512();
         }
         const __m512i bg01 = _mm512_permutex2var_epi8(v[0], pick_bg, v[1]);
         const __m512i bg23 = _mm512_permutex2var_epi8(v[2], pick_bg, v[3]);
         const __m512i r01 = _mm512_permutex2var_epi8(v[0], pick_r, v[1]);
         const __m512i r23 = _mm512_permutex2var_epi8(v[2], pick_r, v[3]);
-        const __m512i b = _mm512_shuffle_i64x2(bg01, bg23, 0x44);
-        const __m512i g = _mm512_shuffle_i64x2(bg01, bg23, 0xEE);
-        const __m512i r = _mm512_shuffle_i64x2(r01, r23, 0x44);
-        const __mmask64 b_upper = _mm512_movepi8_mask(b);
-        const __mmask64 g_upper = _mm512_movepi8_mask(g);
-        const __mmask64 r_upper = _mm512_movepi8_mask(r);
-        const __m512i high =
-            _mm512_or_si512(lookup(high_blue, b, b_upper), lookup(high_green, g, g_upper));
+        const __m512i b = lookup(gamma_blue, _mm512_shuffle_i64x2(bg01, bg23, 0x44));
+        const __m512i g = lookup(gamma_green, _mm512_shuffle_i64x2(bg01, bg23, 0xEE));
+        const __m512i r = lookup(gamma_red, _mm512_shuffle_i64x2(r01, r23, 0x44));
+        const __m512i high = select_bits(top_five, b, _mm512_srli_epi16(g, 5));
         const __m512i low =
-            _mm512_or_si512(lookup(low_green, g, g_upper), lookup(low_red, r, r_upper));
+            select_bits(top_three, _mm512_slli_epi16(g, 3), _mm512_srli_epi16(r, 3));
         const __m512i w0 = _mm512_permutex2var_epi8(low, join_lo, high);
         const __m512i w1 = _mm512_permutex2var_epi8(low, join_hi, high);
+        if (n == 64) { // whole registers: a masked store costs more even with every lane set
+            _mm512_storeu_si512(o, w0);
+            _mm512_storeu_si512(o + 64, w1);
+            continue;
+        }
         const std::size_t out_bytes = n * 2;
         _mm512_mask_storeu_epi8(o, first_bytes(out_bytes), w0);
         if (out_bytes > 64) _mm512_mask_storeu_epi8(o + 64, first_bytes(out_bytes - 64), w1);
@@ -185,7 +198,7 @@ ZEL_AVX512 void pack_565_avx512(const uint8_t *p, uint8_t *o, std::size_t count,
 void pack_565(Kernel kernel, const uint8_t *pixels, uint8_t *out, std::size_t count,
               const GammaTables &gamma) {
     if (kernel == Kernel::Avx512 && kernel_supported(kernel)) {
-        pack_565_avx512(pixels, out, count, Tables565(gamma));
+        pack_565_avx512(pixels, out, count, gamma);
     } else {
         pack_565_portable(pixels, out, count, gamma);
     }
