@@ -2,7 +2,9 @@
 // the tests compare it with, on small, medium and large pages in every colour mode and pixel
 // mode that produces output. Reports megapixels per second ("Mpix/s"). BM_encodePixels runs
 // the kernel the processor gets (AVX2 where available); BM_encodePixels_portable forces the
-// kernel that runs everywhere else. The ratios to the reference are printed at the end.
+// kernel that runs everywhere else. BM_copy_page copies the page's bytes with memcpy: the
+// floor for full colour, whose kernels read the whole page and write most of it. The ratios
+// are printed at the end.
 #include "render/area.h"
 #include "render/encode.h"
 #include "render/plane_packer.h"
@@ -12,6 +14,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstring>
 #include <random>
 
 namespace {
@@ -77,6 +80,19 @@ void BM_reference(benchmark::State &state) {
     set_rate(state, width, height);
 }
 
+void BM_copy_page(benchmark::State &state) {
+    const auto width = static_cast<uint32_t>(state.range(0));
+    const auto height = static_cast<uint32_t>(state.range(1));
+    const auto page = random_page(width, height);
+    std::vector<uint8_t> copy(page.size());
+    for (auto _ : state) {
+        std::memcpy(copy.data(), page.data(), page.size());
+        benchmark::DoNotOptimize(copy.data());
+        benchmark::ClobberMemory();
+    }
+    set_rate(state, width, height);
+}
+
 // Page sizes × (colour mode, pixel mode) pairs that encode to something.
 void page_args(benchmark::internal::Benchmark *b) {
     b->ArgNames({"w", "h", "colour", "mode"});
@@ -88,14 +104,27 @@ void page_args(benchmark::internal::Benchmark *b) {
     }
 }
 
+// The same names for the full-colour cases only, which the copy is compared with.
+void full_colour_args(benchmark::internal::Benchmark *b) {
+    b->ArgNames({"w", "h", "colour", "mode"});
+    const int64_t sizes[][2] = {{64, 32}, {256, 64}, {1024, 256}};
+    for (const auto &size : sizes) {
+        for (const int64_t mode : {3, 5})
+            b->Args({size[0], size[1], 4, mode});
+    }
+}
+
 BENCHMARK(BM_encodePixels)->Apply(page_args);
 BENCHMARK(BM_encodePixels_portable)->Apply(page_args);
 BENCHMARK(BM_reference)->Apply(page_args);
+BENCHMARK(BM_copy_page)->Apply(full_colour_args);
 
 [[maybe_unused]] const bool kRatios =
     zel::bench::compare({"Pixel encoding: the best kernel against the bit-by-bit reference",
                          "BM_encodePixels", "BM_reference", 20}) &&
     zel::bench::compare({"Pixel encoding: the portable kernel against the bit-by-bit reference",
-                         "BM_encodePixels_portable", "BM_reference"});
+                         "BM_encodePixels_portable", "BM_reference"}) &&
+    zel::bench::compare({"Full colour: the best kernel against copying the page with memcpy",
+                         "BM_encodePixels", "BM_copy_page"});
 
 } // namespace
