@@ -2,6 +2,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <map>
 #include <set>
@@ -22,6 +24,28 @@ struct Timing {
 };
 
 using Key = std::pair<std::string, std::string>; // function name, arguments
+
+// Arguments in natural order ("w:64/..." before "w:256/..."), so that the tables read the same
+// when the repetitions run interleaved in random order.
+bool natural_less(const std::string &a, const std::string &b) {
+    std::size_t i = 0, j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (std::isdigit(static_cast<unsigned char>(a[i])) &&
+            std::isdigit(static_cast<unsigned char>(b[j]))) {
+            unsigned long long na = 0, nb = 0;
+            for (; i < a.size() && std::isdigit(static_cast<unsigned char>(a[i])); ++i)
+                na = na * 10 + static_cast<unsigned>(a[i] - '0');
+            for (; j < b.size() && std::isdigit(static_cast<unsigned char>(b[j])); ++j)
+                nb = nb * 10 + static_cast<unsigned>(b[j] - '0');
+            if (na != nb) return na < nb;
+        } else {
+            if (a[i] != b[j]) return a[i] < b[j];
+            ++i;
+            ++j;
+        }
+    }
+    return a.size() - i < b.size() - j;
+}
 
 std::vector<Comparison> &comparisons() {
     static std::vector<Comparison> list;
@@ -67,8 +91,14 @@ class RatioReporter : public benchmark::ConsoleReporter {
             std::printf("| case | %s | %s | throughput | ratio | difference | target |\n",
                         c.subject.c_str(), c.reference.c_str());
             std::printf("|---|---:|---:|---:|---:|---:|---:|\n");
+            std::vector<Key> keys;
             for (const Key &key : m_keys) {
-                if (key.first != c.subject) continue;
+                if (key.first == c.subject) keys.push_back(key);
+            }
+            std::stable_sort(keys.begin(), keys.end(), [](const Key &a, const Key &b) {
+                return natural_less(a.second, b.second);
+            });
+            for (const Key &key : keys) {
                 const Timing &subject = m_timings.at(key);
                 const std::string ref_args = c.reference_args ? c.reference_args : key.second;
                 const auto ref = m_timings.find({c.reference, ref_args});
