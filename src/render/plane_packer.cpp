@@ -67,6 +67,8 @@ inline uint64_t lit_bits(uint64_t two_pixels) {
 template <Rule rule> struct PortableKernel {
     // Whole words cost four groups' work plus reassembly here: bytes mode stays per group.
     static constexpr bool kWide = false;
+    // Edges go through a zeroed copy (below).
+    static constexpr bool kMaskedEdges = false;
 
     // Dark bits of eight pixels, one byte per plane (upper bits undefined). Word k holds pixels
     // 2k and 2k+1 with flags at bits 7/15/23 and 39/47/55; shifting it right by 2k puts pixel
@@ -93,6 +95,8 @@ template <Rule rule> struct PortableKernel {
 template <Rule rule> struct Avx2Kernel {
     // Four groups at once are cheaper than four single groups: bytes mode uses words too.
     static constexpr bool kWide = true;
+    // Edges load only their pixels, the padding lanes masked to zero (black).
+    static constexpr bool kMaskedEdges = true;
 
     // Eight pixels in one register, in reverse order, so that the lanes' sign bits read by
     // movemask put the first pixel in the most significant bit. max(v, 97) == v marks the
@@ -103,10 +107,29 @@ template <Rule rule> struct Avx2Kernel {
     };
 
     __attribute__((target("avx2"))) static Lit lit(const uint8_t *p) {
+        return lit(_mm256_loadu_si256(reinterpret_cast<const __m256i *>(p)));
+    }
+
+    // Eight positions from `start` of a row whose pixels lie at positions
+    // [geo.pad_left, geo.pad_left + geo.width): a masked load touches only those pixels. The
+    // address is formed as an integer, since it may lie before the row.
+    __attribute__((target("avx2"))) static Lit lit_edge(const uint8_t *row, std::size_t start,
+                                                        const Geometry &geo) {
+        const __m256i lanes = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
+        const auto first = static_cast<int32_t>(start) - static_cast<int32_t>(geo.pad_left);
+        const __m256i index = _mm256_add_epi32(lanes, _mm256_set1_epi32(first));
+        const __m256i mask = _mm256_andnot_si256(
+            _mm256_cmpgt_epi32(_mm256_setzero_si256(), index),
+            _mm256_cmpgt_epi32(_mm256_set1_epi32(static_cast<int32_t>(geo.width)), index));
+        const auto address = reinterpret_cast<uintptr_t>(row) +
+                             static_cast<uintptr_t>(static_cast<intptr_t>(first) * 4);
+        return lit(_mm256_maskload_epi32(reinterpret_cast<const int *>(address), mask));
+    }
+
+    __attribute__((target("avx2"))) static Lit lit(__m256i loaded) {
         const __m256i reverse = _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0);
         const __m256i threshold = _mm256_set1_epi8(static_cast<char>(kLitThreshold));
-        const __m256i v = _mm256_permutevar8x32_epi32(
-            _mm256_loadu_si256(reinterpret_cast<const __m256i *>(p)), reverse);
+        const __m256i v = _mm256_permutevar8x32_epi32(loaded, reverse);
         const __m256i flags = _mm256_cmpeq_epi8(_mm256_max_epu8(v, threshold), v);
         const __m256i r = _mm256_slli_epi32(flags, 8);
         const __m256i g = _mm256_slli_epi32(flags, 16);
@@ -130,8 +153,14 @@ template <Rule rule> struct Avx2Kernel {
     }
 
     // Dark bits of eight pixels, one byte per plane (upper bits undefined).
-    __attribute__((target("avx2"))) static uint32_t dark(const uint8_t *p) {
-        const Lit l = lit(p);
+    __attribute__((target("avx2"))) static uint32_t dark(const uint8_t *p) { return dark(lit(p)); }
+
+    __attribute__((target("avx2"))) static uint32_t dark_edge(const uint8_t *row, std::size_t start,
+                                                              const Geometry &geo) {
+        return dark(lit_edge(row, start, geo));
+    }
+
+    __attribute__((target("avx2"))) static uint32_t dark(const Lit &l) {
         constexpr std::size_t n = planes_of<rule>();
         uint32_t bits = sign_bits(l.plane1);
         if constexpr (n > 1) bits |= sign_bits(l.plane2) << 8;
@@ -152,8 +181,20 @@ template <Rule rule> struct Avx2Kernel {
 
     // Dark words of 32 pixels, one per plane.
     __attribute__((target("avx2"))) static void dark_words(const uint8_t *p, uint32_t words[3]) {
-        const Lit l0 = lit(p), l1 = lit(p + kGroupBytes), l2 = lit(p + 2 * kGroupBytes),
-                  l3 = lit(p + 3 * kGroupBytes);
+        dark_words(lit(p), lit(p + kGroupBytes), lit(p + 2 * kGroupBytes),
+                   lit(p + 3 * kGroupBytes), words);
+    }
+
+    __attribute__((target("avx2"))) static void
+    dark_words_edge(const uint8_t *row, std::size_t start, const Geometry &geo, uint32_t words[3]) {
+        dark_words(lit_edge(row, start, geo), lit_edge(row, start + kGroupPixels, geo),
+                   lit_edge(row, start + 2 * kGroupPixels, geo),
+                   lit_edge(row, start + 3 * kGroupPixels, geo), words);
+    }
+
+    __attribute__((target("avx2"))) static void dark_words(const Lit &l0, const Lit &l1,
+                                                           const Lit &l2, const Lit &l3,
+                                                           uint32_t words[3]) {
         constexpr std::size_t n = planes_of<rule>();
         words[0] = ~word(l0.plane1, l1.plane1, l2.plane1, l3.plane1);
         if constexpr (n > 1) words[1] = ~word(l0.plane2, l1.plane2, l2.plane2, l3.plane2);
@@ -189,6 +230,8 @@ inline void pack_rows(const uint8_t *pixels, uint8_t *out, const Geometry &geo) 
         auto words_at = [&](std::size_t start, uint32_t w[3]) {
             if (inside(start, kWordPixels)) {
                 K::dark_words(row_pixels + (start - geo.pad_left) * kBytesPerPixel, w);
+            } else if constexpr (K::kMaskedEdges) {
+                K::dark_words_edge(row_pixels, start, geo, w);
             } else {
                 uint8_t edge[kWordPixels * kBytesPerPixel] = {};
                 copy_partial(start, kWordPixels, edge);
@@ -231,6 +274,8 @@ inline void pack_rows(const uint8_t *pixels, uint8_t *out, const Geometry &geo) 
                 uint32_t v;
                 if (inside(start, kGroupPixels)) {
                     v = K::dark(row_pixels + (start - geo.pad_left) * kBytesPerPixel);
+                } else if constexpr (K::kMaskedEdges) {
+                    v = K::dark_edge(row_pixels, start, geo);
                 } else {
                     uint8_t edge[kGroupBytes] = {};
                     copy_partial(start, kGroupPixels, edge);
