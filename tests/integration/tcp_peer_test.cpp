@@ -67,6 +67,22 @@ TEST_F(TcpPeerTest, RefusedConnectFailsWithItsConsoleLine) {
     }
 }
 
+TEST_F(TcpPeerTest, ASimulatorThatKeepsTheLatestRequestsStillCountsThemAll) {
+    sim::Config config = test::loopback_config();
+    config.keepRequests = 2;
+    start_sim(config);
+    ZelPingRecord record{};
+    for (int i = 0; i < 5; ++i)
+        ASSERT_EQ(zelDual_cmd_tcpPing("127.0.0.1", port(), &record), 0);
+    // Each ping is a probe and the ping itself: ten arrived, two or three kept, the last a ping.
+    EXPECT_TRUE(sim().wait_for_requests(10, 0));
+    EXPECT_FALSE(sim().wait_for_requests(11, 0));
+    const auto kept = sim().requests();
+    ASSERT_GE(kept.size(), 2u);
+    ASSERT_LT(kept.size(), 4u);
+    EXPECT_EQ(kept.back().group, 0xA2);
+}
+
 TEST_F(TcpPeerTest, SilentControllerGetsTheAnswerTimeOutAndKeepsTheSocket) {
     start_sim();
     TK_Client client;

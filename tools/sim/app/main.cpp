@@ -23,6 +23,8 @@ void on_signal(int) {
 int main(int argc, char **argv) {
     zel::sim::SimOptions options;
     if (const auto status = zel::sim::read_command_line(argc, argv, options)) return *status;
+    // The command-line simulator may serve for days: it keeps the latest requests only.
+    options.config.keepRequests = 1000;
     const zel::sim::Config &config = options.config;
     zel::sim::PanelOptions &panel = options.panel;
 

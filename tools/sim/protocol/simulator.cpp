@@ -23,6 +23,13 @@
 namespace zel::sim {
 namespace {
 
+// Drops the oldest entries beyond `limit` (0: no limit). Trimmed in halves, so that a full
+// history costs one move per entry on average.
+template <class T> void keep_last(std::vector<T> &history, std::size_t limit) {
+    if (limit == 0 || history.size() < 2 * limit) return;
+    history.erase(history.begin(), history.end() - static_cast<std::ptrdiff_t>(limit));
+}
+
 constexpr uint8_t kGroupAck = 0xA0;
 constexpr uint8_t kGroupFiles = 0xA1;
 constexpr uint8_t kCodeFileBlock = 0x03;
@@ -442,6 +449,7 @@ std::vector<std::string> Simulator::at_lines() const {
 void Simulator::clear_requests() {
     std::lock_guard<std::recursive_mutex> guard(m_mutex);
     m_requests.clear();
+    m_requestsArrived = 0;
     m_atLines.clear();
 }
 
@@ -450,7 +458,7 @@ bool Simulator::wait_for_requests(std::size_t count, int timeoutMs) const {
     for (;;) {
         {
             std::lock_guard<std::recursive_mutex> guard(m_mutex);
-            if (m_requests.size() >= count) return true;
+            if (m_requestsArrived >= count) return true;
         }
         if (std::chrono::steady_clock::now() >= deadline) return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -559,6 +567,8 @@ Simulator::Outcome Simulator::handle_frame(Session &session, const std::vector<u
     request.data = parsed.data;
     request.valid = parsed.valid;
     m_requests.push_back(request);
+    ++m_requestsArrived;
+    keep_last(m_requests, m_config.keepRequests);
     trace_request(request);
     if (m_requestHook) m_requestHook(request);
 
@@ -608,6 +618,7 @@ Simulator::Outcome Simulator::handle_frame(Session &session, const std::vector<u
 std::optional<std::string> Simulator::handle_at(const std::string &peer, const std::string &line) {
     std::lock_guard<std::recursive_mutex> guard(m_mutex);
     m_atLines.push_back(line);
+    keep_last(m_atLines, m_config.keepRequests);
     if (m_trace != nullptr) {
         *m_trace << "at " << peer << ": " << line << std::endl;
     }

@@ -111,6 +111,9 @@ struct Config {
     uint8_t echoByte = 0x00;   // byte 5 of every answer header
     uint8_t capability = 0x00; // byte 9 of every version 7 answer header
     int splitDelayMs = 200;    // pause between the two segments of a split answer
+    // Requests (and AT lines) kept for requests(): 0 keeps every one, as tests want; a
+    // simulator that runs for days keeps between the last that many and twice that many.
+    std::size_t keepRequests = 0;
     Faults faults;
 };
 
@@ -140,13 +143,15 @@ class Simulator {
     void on(uint8_t group, uint8_t code, Handler handler);
     void on_at(AtHandler handler);
 
-    // Everything received so far, in order of arrival.
+    // Everything received so far (only the latest when Config::keepRequests is set), in order
+    // of arrival.
     std::vector<Request> requests() const;
     // The requests other than probes.
     std::vector<Request> commands() const;
     std::vector<std::string> at_lines() const;
     void clear_requests();
-    // Blocks until `count` requests have been recorded or `timeoutMs` passed; true if reached.
+    // Blocks until `count` requests have arrived since the start or the last clear_requests(),
+    // or `timeoutMs` passed; true if reached.
     bool wait_for_requests(std::size_t count, int timeoutMs) const;
 
     Faults faults() const;
@@ -213,6 +218,7 @@ class Simulator {
     std::map<std::pair<uint8_t, uint8_t>, Handler> m_handlers;
     AtHandler m_atHandler;
     std::vector<Request> m_requests;
+    std::size_t m_requestsArrived = 0;
     std::vector<std::string> m_atLines;
     std::map<std::type_index, std::shared_ptr<void>> m_moduleStates;
     FileWrittenHook m_fileHook;
