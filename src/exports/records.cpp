@@ -4,17 +4,35 @@
 
 namespace zel::exports {
 
-ProgramHeaderG5 unpack(const ZelProgramHeader_G5 &r) {
-    ProgramHeaderG5 h;
+// The fields the G5 and G6 program headers share, and the two display records' shared fields
+// (read by value: the records are packed).
+template <typename Header, typename Record> void unpack_common(Header &h, const Record &r) {
     h.fileType = r.FileType;
     h.programNumber = r.ProgramName;
     h.programStyle = r.ProgramStyle;
-    h.playPeriodFlag = r.PlayPeriodFlag;
     h.playTimes = r.ProgramPlayTimes;
     h.timeSpan = r.ProgramTimeSpan;
     h.week = r.ProgramWeek;
     h.lifeStart = {r.ProgramLifeSpan_sy, r.ProgramLifeSpan_sm, r.ProgramLifeSpan_sd};
     h.lifeEnd = {r.ProgramLifeSpan_ey, r.ProgramLifeSpan_em, r.ProgramLifeSpan_ed};
+}
+
+template <typename Page, typename Record> Page unpack_page_common(const Record &r) {
+    Page p;
+    p.pageByte0 = r.pageByte0;
+    p.displayEffect = r.displayEffect;
+    p.pageByte2 = r.pageByte2;
+    p.pageByte3 = r.pageByte3;
+    p.pageWord4 = r.pageWord4;
+    p.pageByte6 = r.pageByte6;
+    p.pageWidth = r.pageWidth;
+    return p;
+}
+
+ProgramHeaderG5 unpack(const ZelProgramHeader_G5 &r) {
+    ProgramHeaderG5 h;
+    unpack_common(h, r);
+    h.playPeriodFlag = r.PlayPeriodFlag;
     return h;
 }
 
@@ -32,20 +50,12 @@ AreaRect unpack_rect(const ZelAreaRecord_G5 &r) {
 }
 
 PageDisplayRecord unpack_picture_page(const TextPageParams_G5 &r) {
-    PageDisplayRecord p;
-    p.pageByte0 = r.pageByte0;
-    p.displayEffect = r.displayEffect;
-    p.pageByte2 = r.pageByte2;
-    p.pageByte3 = r.pageByte3;
-    p.pageWord4 = r.pageWord4;
-    p.pageByte6 = r.pageByte6;
-    p.pageWidth = r.pageWidth;
+    auto p = unpack_page_common<PageDisplayRecord>(r);
     p.reserved = 0;
     return p;
 }
 
-// The text style shared by the G5 and G6 text page records (their fields by value: the records
-// are packed).
+// The text style shared by the G5 and G6 text page records.
 template <typename Record> TextStyleRecord unpack_style(const Record &r) {
     TextStyleRecord s;
     s.arrMode = r.arrMode;
@@ -73,12 +83,8 @@ FrameHeaderG5 unpack(const ZelFrameHeader_G5 &r) {
 
 ProgramHeaderG6 unpack(const ZelProgramHeader_G6 &r) {
     ProgramHeaderG6 h;
-    h.fileType = r.FileType;
-    h.programNumber = r.ProgramName;
-    h.programStyle = r.ProgramStyle;
+    unpack_common(h, r);
     h.programPriority = r.ProgramPriority;
-    h.playTimes = r.ProgramPlayTimes;
-    h.timeSpan = r.ProgramTimeSpan;
     h.specialFlag = r.SpecialFlag;
     h.commExtendParaLen = r.CommExtendParaLen;
     h.scheduNum = r.ScheduNum;
@@ -86,9 +92,6 @@ ProgramHeaderG6 unpack(const ZelProgramHeader_G6 &r) {
     h.intergrate = r.Intergrate;
     h.timeAttributeNum = r.TimeAttributeNum;
     h.timeAttribute0Offset = r.TimeAttribute0Offset;
-    h.week = r.ProgramWeek;
-    h.lifeStart = {r.ProgramLifeSpan_sy, r.ProgramLifeSpan_sm, r.ProgramLifeSpan_sd};
-    h.lifeEnd = {r.ProgramLifeSpan_ey, r.ProgramLifeSpan_em, r.ProgramLifeSpan_ed};
     return h;
 }
 
@@ -108,14 +111,7 @@ FrameParamsG6 unpack(const ZelFrameParams_G6 &r) {
 }
 
 PageDisplayRecord_G6 unpack_picture_page(const TextPageParams_G6 &r) {
-    PageDisplayRecord_G6 p;
-    p.pageByte0 = r.pageByte0;
-    p.displayEffect = r.displayEffect;
-    p.pageByte2 = r.pageByte2;
-    p.pageByte3 = r.pageByte3;
-    p.pageWord4 = r.pageWord4;
-    p.pageByte6 = r.pageByte6;
-    p.pageWidth = r.pageWidth;
+    auto p = unpack_page_common<PageDisplayRecord_G6>(r);
     p.pageByte10 = r.pageByte10;
     return p;
 }
