@@ -3,6 +3,8 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <optional>
+#include <ostream>
 #include <span>
 #include <string>
 
@@ -35,6 +37,25 @@ inline std::string quoted(const std::string &s) {
         }
     }
     return out + "\"";
+}
+
+// An area's drawing rectangle, or null when the area draws nothing.
+template <class Rect> void rect_json(std::ostream &j, const std::optional<Rect> &rect) {
+    if (!rect) {
+        j << "null";
+        return;
+    }
+    j << "{\"x\": " << rect->left << ", \"y\": " << rect->top << ", \"width\": " << rect->width
+      << ", \"height\": " << rect->height << "}";
+}
+
+// The name of a page's PNG file, or null when none was written.
+inline void png_json(std::ostream &j, const std::string &png) {
+    if (png.empty()) {
+        j << "null";
+    } else {
+        j << quoted(png);
+    }
 }
 
 } // namespace zel::sim

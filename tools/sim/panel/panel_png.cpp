@@ -103,11 +103,7 @@ void clock_json(std::ostringstream &j, const DecodedArea &area, const std::strin
         j << ", \"tableBytes\": " << item.table.size() << "}";
     }
     j << "],\n      \"time\": " << quoted(format_clock_time(time)) << ", \"png\": ";
-    if (!png.empty()) {
-        j << quoted(png);
-    } else {
-        j << "null";
-    }
+    png_json(j, png);
     j << "}}";
 }
 
@@ -175,12 +171,7 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
             j << "null";
         }
         j << ",\n     \"drawRect\": ";
-        if (rect) {
-            j << "{\"x\": " << rect->left << ", \"y\": " << rect->top
-              << ", \"width\": " << rect->width << ", \"height\": " << rect->height << "}";
-        } else {
-            j << "null";
-        }
+        rect_json(j, rect);
         j << ",\n     \"pages\": [";
         for (std::size_t i = 0; i < area.pages.size(); ++i) {
             const DecodedPage &page = area.pages[i];
@@ -188,12 +179,7 @@ std::string panel_json(const std::string &name, std::span<const uint8_t> file,
               << ", \"effect\": " << int{page.effect()} << ", \"pageWidth\": " << page.pageWidth()
               << ", \"header\": \"" << hex_bytes(page.header)
               << "\", \"pixelBytes\": " << page.pixels.size() << ", \"png\": ";
-            const std::string png = rect && pngIndex < pngs.size() ? pngs[pngIndex++] : "";
-            if (!png.empty()) {
-                j << quoted(png);
-            } else {
-                j << "null";
-            }
+            png_json(j, rect && pngIndex < pngs.size() ? pngs[pngIndex++] : "");
             j << "}";
         }
         j << "]}";

@@ -91,12 +91,7 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
             j << "null";
         }
         j << ",\n     \"drawRect\": ";
-        if (rect) {
-            j << "{\"x\": " << rect->left << ", \"y\": " << rect->top
-              << ", \"width\": " << rect->width << ", \"height\": " << rect->height << "}";
-        } else {
-            j << "null";
-        }
+        rect_json(j, rect);
         j << ",\n     \"pages\": [";
         for (std::size_t i = 0; i < area.pages.size(); ++i) {
             const DecodedPageG6 &page = area.pages[i];
@@ -105,12 +100,7 @@ std::string panel_json_g6(const std::string &name, std::span<const uint8_t> prog
               << ", \"header\": \"" << hex_bytes(page.header)
               << "\", \"dataOffset\": " << page.dataOffset
               << ", \"dataLength\": " << page.dataLength << ", \"png\": ";
-            const std::string png = rect && pngIndex < pngs.size() ? pngs[pngIndex++] : "";
-            if (!png.empty()) {
-                j << quoted(png);
-            } else {
-                j << "null";
-            }
+            png_json(j, rect && pngIndex < pngs.size() ? pngs[pngIndex++] : "");
             j << "}";
         }
         j << "]}";
