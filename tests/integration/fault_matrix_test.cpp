@@ -50,19 +50,6 @@ int settled_descriptors(int expected) {
     return open_descriptors();
 }
 
-// A loopback port where nothing listens: bound once to learn a free number, then closed.
-uint16_t closed_port() {
-    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in sa{};
-    sa.sin_family = AF_INET;
-    sa.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ::bind(fd, reinterpret_cast<sockaddr *>(&sa), sizeof sa);
-    socklen_t len = sizeof sa;
-    ::getsockname(fd, reinterpret_cast<sockaddr *>(&sa), &len);
-    ::close(fd);
-    return ntohs(sa.sin_port);
-}
-
 sim::Faults fault(std::function<void(sim::Faults &)> set) {
     sim::Faults f;
     set(f);
@@ -131,7 +118,7 @@ TEST_F(FaultMatrix, Tcp) {
                                                                 "wait 5000 timed out", "sleep 10"}));
         } else if (what == "refused connect") {
             ZelPingRecord record{};
-            EXPECT_EQ(zelDual_cmd_tcpPing(kHost, closed_port(), &record), c.result);
+            EXPECT_EQ(zelDual_cmd_tcpPing(kHost, test::closed_port(), &record), c.result);
         } else if (what == "closed mid-transfer") {
             const std::vector<uint8_t> image(3072, 0x42);
             EXPECT_EQ(zelDual_cmd_ofsWriteFile(kHost, port(), "P009", 0, 3072, 1, image.data()),

@@ -24,19 +24,6 @@ namespace {
 
 using test::hex;
 
-// A loopback port where nothing listens: bound once to learn a free number, then closed.
-uint16_t closed_port() {
-    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in sa{};
-    sa.sin_family = AF_INET;
-    sa.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ::bind(fd, reinterpret_cast<sockaddr *>(&sa), sizeof sa);
-    socklen_t len = sizeof sa;
-    ::getsockname(fd, reinterpret_cast<sockaddr *>(&sa), &len);
-    ::close(fd);
-    return ntohs(sa.sin_port);
-}
-
 class TcpPeerTest : public test::SimTest {};
 
 TEST_F(TcpPeerTest, InitProbesAndLearnsTheDeviceType) {
@@ -51,7 +38,7 @@ TEST_F(TcpPeerTest, InitProbesAndLearnsTheDeviceType) {
 }
 
 TEST_F(TcpPeerTest, RefusedConnectFailsWithItsConsoleLine) {
-    const uint16_t nobody = closed_port();
+    const uint16_t nobody = test::closed_port();
     {
         test::StdoutCapture out;
         TcpPeer peer;
