@@ -25,8 +25,9 @@ inline void write_png(const std::string &path, int width, int height, uint32_t r
     cairo_surface_destroy(s);
 }
 
-inline ZelProgramHeader_G5 program_header(uint32_t number) {
-    ZelProgramHeader_G5 h;
+// The G5 and G6 records of the same name share these fields.
+template <class Header> Header program_header_of(uint32_t number) {
+    Header h;
     std::memset(&h, 0, sizeof h);
     h.ProgramName = number;
     h.ProgramPlayTimes = 1;
@@ -36,8 +37,10 @@ inline ZelProgramHeader_G5 program_header(uint32_t number) {
     return h;
 }
 
-inline ZelAreaRecord_G5 area_record(uint8_t type, uint16_t x, uint16_t y, uint16_t w, uint16_t h) {
-    ZelAreaRecord_G5 a;
+template <class Area>
+Area area_record_of(uint8_t type, uint16_t x, uint16_t y, uint16_t w, uint16_t h) {
+    Area a;
+    std::memset(&a, 0, sizeof a);
     a.AreaType = type;
     a.AreaX = x;
     a.AreaY = y;
@@ -46,18 +49,31 @@ inline ZelAreaRecord_G5 area_record(uint8_t type, uint16_t x, uint16_t y, uint16
     return a;
 }
 
-inline TextPageParams_G5 text_params(uint8_t effect, uint32_t arrMode, uint16_t fontSize,
-                                     uint32_t colour) {
-    TextPageParams_G5 p;
+template <class Params>
+Params text_params_of(uint8_t effect, uint32_t arrMode, uint16_t fontSize, uint32_t colour) {
+    Params p;
     std::memset(&p, 0, sizeof p);
     p.displayEffect = effect;
-    p.pageWidth = 0x7777; // replaced in the file
+    p.pageWidth = 0x7777; // replaced in the file for text pages
     p.arrMode = arrMode;
     p.fontSize = fontSize;
     p.fontColor = colour;
     p.horizontalAlign = 1;
     p.verticalAlign = 1;
     return p;
+}
+
+inline ZelProgramHeader_G5 program_header(uint32_t number) {
+    return program_header_of<ZelProgramHeader_G5>(number);
+}
+
+inline ZelAreaRecord_G5 area_record(uint8_t type, uint16_t x, uint16_t y, uint16_t w, uint16_t h) {
+    return area_record_of<ZelAreaRecord_G5>(type, x, y, w, h);
+}
+
+inline TextPageParams_G5 text_params(uint8_t effect, uint32_t arrMode, uint16_t fontSize,
+                                     uint32_t colour) {
+    return text_params_of<TextPageParams_G5>(effect, arrMode, fontSize, colour);
 }
 
 inline ZelFrameHeader_G5 frame_header(uint8_t mark) {
@@ -93,40 +109,17 @@ inline std::vector<uint8_t> integrate() {
 // ---- G6 ----
 
 inline ZelProgramHeader_G6 program_header_g6(uint32_t number) {
-    ZelProgramHeader_G6 h;
-    std::memset(&h, 0, sizeof h);
-    h.ProgramName = number;
-    h.ProgramPlayTimes = 1;
-    h.ProgramWeek = 0xFF;
-    h.ProgramLifeSpan_sy = 0xFFFF;
-    h.ProgramLifeSpan_ey = 0xFFFF;
-    return h;
+    return program_header_of<ZelProgramHeader_G6>(number);
 }
 
 inline ZelAreaRecord_G6 area_record_g6(uint8_t type, uint16_t x, uint16_t y, uint16_t w,
                                        uint16_t h) {
-    ZelAreaRecord_G6 a;
-    std::memset(&a, 0, sizeof a);
-    a.AreaType = type;
-    a.AreaX = x;
-    a.AreaY = y;
-    a.AreaWidth = w;
-    a.AreaHeight = h;
-    return a;
+    return area_record_of<ZelAreaRecord_G6>(type, x, y, w, h);
 }
 
 inline TextPageParams_G6 text_params_g6(uint8_t effect, uint32_t arrMode, uint16_t fontSize,
                                         uint32_t colour) {
-    TextPageParams_G6 p;
-    std::memset(&p, 0, sizeof p);
-    p.displayEffect = effect;
-    p.pageWidth = 0x7777; // replaced in the file for text pages
-    p.arrMode = arrMode;
-    p.fontSize = fontSize;
-    p.fontColor = colour;
-    p.horizontalAlign = 1;
-    p.verticalAlign = 1;
-    return p;
+    return text_params_of<TextPageParams_G6>(effect, arrMode, fontSize, colour);
 }
 
 // The two files of the current G6 program; both empty on failure.
