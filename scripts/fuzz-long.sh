@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Long fuzz runs: builds the libFuzzer targets and runs each, as one job at low priority, for
 # 10 million executions (or as many as ZEL_FUZZ_RUNS says; ZEL_FUZZ_MAX_SECONDS caps each run's
-# time), one after the other, on copies of the seed corpora. Names given on the command line limit the run to those targets (e.g.
-# fuzz_unpack fuzz_datagram). Each target's count, time and any crash go to
-# build-fuzz/long/<target>.log; a crash leaves its input as build-fuzz/long/crash-* and stops
-# the run with an error. The library's console lines (standard output) are dropped.
+# time), one after the other, on copies of the seed corpora. Names given on the command line
+# limit the run to those targets (e.g. fuzz_unpack fuzz_datagram). Each target's count, time
+# and any crash go to build-fuzz/long/<target>.log; a crash leaves its input as
+# build-fuzz/long/crash-* and stops the run with an error. The library's console lines (standard output) are dropped.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -28,7 +28,8 @@ for name in "${targets[@]}"; do
   echo "== $name: $runs executions (log in $log)"
   start=$(date +%s)
   if ! nice build-fuzz/fuzz/"$name" -runs="$runs" -max_total_time="$max_seconds" \
-      -print_final_stats=1 -close_fd_mask=1 -artifact_prefix=build-fuzz/long/ "$corpus" >"$log" 2>&1; then
+      -print_final_stats=1 -close_fd_mask=1 -artifact_prefix=build-fuzz/long/ "$corpus" \
+      >"$log" 2>&1; then
     tail -n 30 "$log"
     echo "== $name found a crash: see $log" >&2
     exit 1
