@@ -7,6 +7,7 @@
 // - BM_DynamicPush/gen:5: zelDual_dynamicArea_AddAreaWithTxt_5G to a G5 simulator;
 // - BM_DynamicPush/gen:6: zelDual_dynamicArea_AddAreaTxt_6G to a G6 simulator;
 // - BM_PrescribedSleeps: the four pauses of a push, slept one after the other.
+#include "support/quiet_stdout.h"
 #include "support/ratio.h"
 
 #include "sim/protocol/simulator.h"
@@ -30,27 +31,6 @@ constexpr const char *kHost = "127.0.0.1";
 constexpr const char *kFont = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 // The ping's connection and the exchange's.
 constexpr int kConnectionsPerPush = 2;
-
-// Keeps the console trace out of the benchmark's report while it lives.
-class QuietStdout {
-  public:
-    QuietStdout() : m_saved(dup(STDOUT_FILENO)) {
-        std::fflush(stdout);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, STDOUT_FILENO);
-        close(null);
-    }
-    ~QuietStdout() {
-        std::fflush(stdout);
-        dup2(m_saved, STDOUT_FILENO);
-        close(m_saved);
-    }
-    QuietStdout(const QuietStdout &) = delete;
-    QuietStdout &operator=(const QuietStdout &) = delete;
-
-  private:
-    int m_saved;
-};
 
 ZelTextStyleRecord text_style() {
     ZelTextStyleRecord s;
@@ -82,7 +62,7 @@ void BM_DynamicPush(benchmark::State &state) {
     config.tcpPort = 0;
     config.udpPort = -1;
     config.atPort = -1;
-    QuietStdout quiet;
+    zel::bench::QuietStdout quiet;
     zel::sim::Simulator sim(config);
     sim.start();
     const uint16_t port = sim.tcp_port();

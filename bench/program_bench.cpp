@@ -2,6 +2,7 @@
 // of ten pages each, a picture area of four pictures and a digital clock. The G5 program and
 // the G6 program of the same content are each built once and integrated over and over (every
 // integration renders and encodes everything again); the ratio is G6 against G5.
+#include "support/quiet_stdout.h"
 #include "support/ratio.h"
 
 #include "../tests/program/program_fixtures.h"
@@ -30,25 +31,6 @@ void enter_scratch_directory() {
     }();
     if (!entered) std::abort();
 }
-
-// Keeps the library's console trace out of the benchmark's report while it lives.
-class QuietStdout {
-  public:
-    QuietStdout() : m_saved(dup(STDOUT_FILENO)) {
-        std::fflush(stdout);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, STDOUT_FILENO);
-        close(null);
-    }
-    ~QuietStdout() {
-        std::fflush(stdout);
-        dup2(m_saved, STDOUT_FILENO);
-        close(m_saved);
-    }
-
-  private:
-    int m_saved;
-};
 
 // Ten lines of text, one page each in a 16-pixel-high area.
 std::string ten_lines(const char *what) {
@@ -121,7 +103,7 @@ bool build_g6() {
 
 void BM_IntegrateG5(benchmark::State &state) {
     enter_scratch_directory();
-    QuietStdout quiet;
+    zel::bench::QuietStdout quiet;
     write_pictures();
     if (!build_g5()) {
         zelDual_program_deleteProgram();
@@ -145,7 +127,7 @@ void BM_IntegrateG5(benchmark::State &state) {
 
 void BM_IntegrateG6(benchmark::State &state) {
     enter_scratch_directory();
-    QuietStdout quiet;
+    zel::bench::QuietStdout quiet;
     write_pictures();
     if (!build_g6()) {
         zelDual_program_deleteProgram_G6();

@@ -7,6 +7,7 @@
 // - BM_WriteFileMarginalBlock: zelDual_cmd_ofsWriteFile to the embedded simulator, as the
 //   difference between a 72-block and an 8-block file per extra block, so that the connection,
 //   the probe and the protocol's fixed pauses around them drop out.
+#include "support/quiet_stdout.h"
 #include "support/ratio.h"
 
 #include "../tests/wire/answer_builder.h"
@@ -36,25 +37,6 @@ namespace {
 
 constexpr uint32_t kBlock = 1024;
 constexpr uint16_t kG5Type = 0x0051;
-
-// Keeps the console trace out of the benchmark's report while it lives.
-class QuietStdout {
-  public:
-    QuietStdout() : m_saved(dup(STDOUT_FILENO)) {
-        std::fflush(stdout);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, STDOUT_FILENO);
-        close(null);
-    }
-    ~QuietStdout() {
-        std::fflush(stdout);
-        dup2(m_saved, STDOUT_FILENO);
-        close(m_saved);
-    }
-
-  private:
-    int m_saved;
-};
 
 // A program image: content, then the CRC-32 of the content, as the controller checks it.
 std::vector<uint8_t> file_bytes(std::size_t n) {
@@ -96,7 +78,7 @@ void BM_BlockLibraryWork(benchmark::State &state) {
     const auto blocks = static_cast<uint32_t>(state.range(0));
     const auto file = file_bytes(std::size_t{blocks} * kBlock);
     const uint8_t name[4] = {'P', '0', '0', '1'};
-    QuietStdout quiet;
+    zel::bench::QuietStdout quiet;
     CannedPeer peer;
     for (auto _ : state) {
         const int32_t r =
@@ -169,7 +151,7 @@ void BM_WriteFileMarginalBlock(benchmark::State &state) {
     config.tcpPort = 0;
     config.udpPort = -1;
     config.atPort = -1;
-    QuietStdout quiet;
+    zel::bench::QuietStdout quiet;
     zel::sim::Simulator sim(config);
     sim.start();
     const auto small = file_bytes(8 * kBlock), large = file_bytes(72 * kBlock);
