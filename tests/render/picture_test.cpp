@@ -1,5 +1,7 @@
 #include "render/picture.h"
 
+#include "render_test_support.h"
+
 #include "support/capture.h"
 
 #include <cairo.h>
@@ -125,21 +127,6 @@ TEST(PictureTest, WiderButLowerPictureShowsOnlyTheUpperHalfOfItsStretch) {
     expect_region(page, 16, 0, 8, 16, 16, 0);
 }
 
-// Reads a PNG back through cairo: its size and its premultiplied pixels.
-struct Decoded {
-    int width = 0, height = 0;
-    std::vector<uint8_t> pixels;
-};
-Decoded decode(const std::string &png) {
-    std::ofstream("decoded.png", std::ios::binary) << png;
-    cairo_surface_t *s = cairo_image_surface_create_from_png("decoded.png");
-    Decoded d{cairo_image_surface_get_width(s), cairo_image_surface_get_height(s), {}};
-    const unsigned char *data = cairo_image_surface_get_data(s);
-    if (data != nullptr) d.pixels.assign(data, data + d.width * d.height * 4);
-    cairo_surface_destroy(s);
-    return d;
-}
-
 TEST(PictureTest, FileThatIsNoPictureGivesABlankPageSilently) {
     std::ofstream("text.png") << "not a picture\n";
     test::StdoutCapture capture;
@@ -148,10 +135,10 @@ TEST(PictureTest, FileThatIsNoPictureGivesABlankPageSilently) {
     previewPicture("text.png", 8, 4, png);
     EXPECT_EQ(capture.text(), "");
     EXPECT_EQ(page, std::vector<uint8_t>(8 * 4 * 4, 0));
-    const Decoded preview = decode(png);
+    const test::DecodedPng preview = test::decodePng(png);
     EXPECT_EQ(preview.width, 8);
     EXPECT_EQ(preview.height, 4);
-    EXPECT_EQ(preview.pixels, page);
+    EXPECT_EQ(preview.bytes(), page);
 }
 
 TEST(PictureTest, PreviewIsThePaintedPageAsPng) {
@@ -159,9 +146,9 @@ TEST(PictureTest, PreviewIsThePaintedPageAsPng) {
     std::string png = "kept";
     previewPicture("equal.png", 4, 2, png);
     ASSERT_EQ(png.substr(0, 4), "kept");
-    const Decoded preview = decode(png.substr(4));
+    const test::DecodedPng preview = test::decodePng(png.substr(4));
     EXPECT_EQ(preview.width, 4);
-    EXPECT_EQ(preview.pixels, paintPicture("equal.png", 4, 2));
+    EXPECT_EQ(preview.bytes(), paintPicture("equal.png", 4, 2));
 
     // A page without pixels: no bitmap, and no PNG can be written.
     EXPECT_TRUE(paintPicture("equal.png", 0, 2).empty());

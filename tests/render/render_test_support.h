@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,12 @@ struct DecodedPng {
     int height = 0;
     std::vector<uint32_t> pixels;
     uint32_t at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
+    // The pixels as a page bitmap holds them: blue, green, red, alpha.
+    std::vector<uint8_t> bytes() const {
+        std::vector<uint8_t> out(pixels.size() * 4);
+        if (!out.empty()) std::memcpy(out.data(), pixels.data(), out.size());
+        return out;
+    }
 };
 
 inline DecodedPng decodePng(const std::string &bytes) {

@@ -5,28 +5,24 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "render/area.h"
 #include "render/text_painter.h"
+#include "render_test_support.h"
 
 namespace zel {
 namespace {
 
-const char *const kDejaVu = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
-const char *const kWenQuanYi = "/usr/share/fonts/truetype/wqy/wqy-microhei.ttc";
+using test::kDejaVu;
+using test::kWenQuanYi;
+using test::ucs2;
+
 // 0x00FF8040 as the canvas stores it: blue, green, red, alpha.
 const uint8_t kOrange[4] = {0x40, 0x80, 0xFF, 0xFF};
-
-std::string ucs2(const std::string &ascii) {
-    std::string out;
-    for (char c : ascii) {
-        out += c;
-        out += '\0';
-    }
-    return out;
-}
 
 TextPaintStyle style_of(int32_t width, int32_t height, uint8_t hAlign = 1, uint8_t vAlign = 1) {
     TextPaintStyle style;
@@ -102,33 +98,6 @@ double dejavu_line_height() {
     return fe.ascent + fe.descent;
 }
 
-PageBitmap decode_png(const std::string &png, int32_t &width, int32_t &height) {
-    struct Reader {
-        const std::string *bytes;
-        std::size_t at = 0;
-    } reader{&png};
-    cairo_surface_t *surface = cairo_image_surface_create_from_png_stream(
-        [](void *closure, unsigned char *data, unsigned int length) {
-            auto *r = static_cast<Reader *>(closure);
-            if (r->at + length > r->bytes->size()) {
-                return CAIRO_STATUS_READ_ERROR;
-            }
-            std::memcpy(data, r->bytes->data() + r->at, length);
-            r->at += length;
-            return CAIRO_STATUS_SUCCESS;
-        },
-        &reader);
-    width = cairo_image_surface_get_width(surface);
-    height = cairo_image_surface_get_height(surface);
-    const unsigned char *data = cairo_image_surface_get_data(surface);
-    PageBitmap pixels;
-    if (data != nullptr) {
-        pixels.assign(data, data + static_cast<std::size_t>(width) * height * 4);
-    }
-    cairo_surface_destroy(surface);
-    return pixels;
-}
-
 TEST(TextPainter, EveryPaintedPixelIsZeroOrTheTextColour) {
     Area latin(kDejaVu);
     Area chinese(kWenQuanYi);
@@ -162,17 +131,16 @@ TEST(TextPainter, PreviewsArePngsOfTheSamePlacing) {
     std::string png = "prefix";
     previewOneLine(area, style, ucs2("Hi"), png);
     ASSERT_EQ(png.substr(0, 10), "prefix\x89PNG");
-    int32_t width = 0;
-    int32_t height = 0;
-    EXPECT_EQ(decode_png(png.substr(6), width, height), pages[0]);
-    EXPECT_EQ(width, 50);
-    EXPECT_EQ(height, 20);
+    const test::DecodedPng one = test::decodePng(png.substr(6));
+    EXPECT_EQ(one.bytes(), pages[0]);
+    EXPECT_EQ(one.width, 50);
+    EXPECT_EQ(one.height, 20);
 
     std::string lines;
     previewLinesPage(area, style, {ucs2("A"), ucs2("B")}, lines);
-    const PageBitmap preview = decode_png(lines, width, height);
-    EXPECT_EQ(width, 50);
-    EXPECT_GT(lit_pixels(preview), 10);
+    const test::DecodedPng preview = test::decodePng(lines);
+    EXPECT_EQ(preview.width, 50);
+    EXPECT_GT(lit_pixels(preview.bytes()), 10);
 }
 
 TEST(TextPainter, OnlyTheLinesPageLeavesItsLastPageInZeroPng) {
@@ -187,14 +155,12 @@ TEST(TextPainter, OnlyTheLinesPageLeavesItsLastPageInZeroPng) {
 
     paintLinesPage(area, style, {ucs2("1")}, pages);
     paintLinesPage(area, style, {ucs2("2")}, pages);
-    cairo_surface_t *file = cairo_image_surface_create_from_png("0.png");
-    ASSERT_EQ(cairo_surface_status(file), CAIRO_STATUS_SUCCESS);
-    ASSERT_EQ(cairo_image_surface_get_width(file), 40);
-    ASSERT_EQ(cairo_image_surface_get_height(file), 20);
-    const unsigned char *data = cairo_image_surface_get_data(file);
-    EXPECT_EQ(PageBitmap(data, data + 40 * 20 * 4), pages.back()); // the second page's
+    std::ifstream in("0.png", std::ios::binary);
+    const test::DecodedPng file = test::decodePng({std::istreambuf_iterator<char>(in), {}});
+    ASSERT_EQ(file.width, 40);
+    ASSERT_EQ(file.height, 20);
+    EXPECT_EQ(file.bytes(), pages.back()); // the second page's
     EXPECT_NE(pages[pages.size() - 2], pages.back());
-    cairo_surface_destroy(file);
 }
 
 TEST(TextPainter, HorizontalAlignZeroCentresPagesButLeftAlignsSingleLines) {
