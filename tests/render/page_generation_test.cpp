@@ -188,33 +188,6 @@ TextStyleRecord yellow(uint32_t arrMode) {
     return s;
 }
 
-TEST(PageGeneration, TextPixelsAreDarkOrTheTextColour) {
-    for (const uint32_t arrMode : {SINGLELINE, MULTILINE}) {
-        for (const uint8_t effect : {0, 4, 6, 38}) {
-            PicturesArea area;
-            place(area, 0, 0, 40, 20);
-            PageDisplayRecord display;
-            display.displayEffect = effect;
-            area.addTextByPath("Hello, world\n\xC4\xE3\xBA\xC3 line two", test::kWenQuanYi,
-                               yellow(arrMode), display);
-            area.renderPages();
-            ASSERT_GT(area.pageBitmaps.size(), 1u);
-            std::size_t lit = 0;
-            for (const PageBitmap &page : area.pageBitmaps) {
-                ASSERT_EQ(page.size(), 40u * 20u * 4u);
-                for (std::size_t i = 0; i < page.size(); i += 4) {
-                    const std::vector<uint8_t> px(page.begin() + i, page.begin() + i + 4);
-                    const bool isText = px == std::vector<uint8_t>{0x00, 0xFF, 0xFF, 0xFF};
-                    ASSERT_TRUE(isText || px == std::vector<uint8_t>(4, 0))
-                        << "mode " << arrMode << " effect " << int(effect);
-                    lit += isText ? 1 : 0;
-                }
-            }
-            EXPECT_GT(lit, 40u) << "mode " << arrMode << " effect " << int(effect);
-        }
-    }
-}
-
 TEST(PageGeneration, PreviewOutOfRangeShowsTheLastPage) {
     PicturesArea area;
     place(area, 0, 0, 64, 20); // one row of 12-point text per page
