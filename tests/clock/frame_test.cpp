@@ -4,7 +4,6 @@
 #include "clock/frame.h"
 #include "exports/program_access.h"
 #include "program/program_fixtures.h"
-#include "program/program_obj_g6.h"
 #include "support/capture.h"
 #include "support/fake_clock.h"
 
@@ -152,39 +151,6 @@ TEST_F(Frames, G6AreaFrameRecordAndMessage) {
                                                          0, 0, 0, 0, 0, 0}));
     EXPECT_EQ(a.frameRecord, (std::array<uint8_t, 7>{})) << "the G5 record is not touched";
     EXPECT_EQ(a.drawWidth, 60);
-}
-
-TEST(G6Frames, ProgramFrameRefusesASecondAndChangeKeepsTheOldStripOnFailure) {
-    zelDual_program_setScreenParams_G56(static_cast<E_ScreenColor_G56>(1), 0x0051, 1);
-    write_png("strip8x2.png", 8, 2, 0xFF0000);
-    write_png("strip8x4.png", 8, 4, 0x00FF00);
-    ProgramObj_g6 program(exports::area_kinds_g6());
-    const FrameParamsG6 params = params_g6(1, 2, 3, 4, 5, 6);
-    const FrameParamsG6 other = params_g6(9, 9, 9, 9, 9, 9);
-    {
-        StdoutCapture out;
-        EXPECT_EQ(program.change_frame_g6(params, "strip8x2.png"), -1);
-        EXPECT_EQ(out.text(), "Error:No frame have been added.\n");
-    }
-    EXPECT_EQ(program.add_frame_g6(params, "strip8x2.png"), 0);
-    {
-        StdoutCapture out;
-        EXPECT_EQ(program.add_frame_g6(other, "strip8x4.png"), -1);
-        EXPECT_EQ(out.text(), "");
-    }
-    EXPECT_EQ(program.frame_header_g6()[1], 1);
-    {
-        StdoutCapture out;
-        EXPECT_EQ(program.change_frame_g6(other, "nope.png"), -1);
-        EXPECT_EQ(out.text(), "Error:Can't find frame png.\n");
-    }
-    EXPECT_EQ(program.frame_header_g6()[1], 9) << "the new header stands";
-    EXPECT_EQ(program.has_frame(), 1);
-    EXPECT_EQ(program.frame_strip().size(), 2u) << "beside the old strip";
-
-    program.remove_frame();
-    EXPECT_EQ(program.add_frame_g6(other, "strip8x4.png"), 0);
-    EXPECT_EQ(program.frame_strip().size(), 4u);
 }
 
 } // namespace
