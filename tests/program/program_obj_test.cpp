@@ -169,7 +169,7 @@ TEST_F(G5Program, EntriesFailOnMissingAreasAndMissingFiles) {
 }
 
 // Pages of an area of 64 x 32 at x 0 on a one-colour screen: 8 bytes a row, 256 a page.
-TEST_F(G5Program, BodyLengthsCountPagesPixelsAndFrame) {
+TEST_F(G5Program, BodyLengthsCountPagesAndPixels) {
     start(1);
     add_area(1, 0, 64, 32);
     const TextPageParams_G5 p = text_params(0, 1, 12, 1);
@@ -183,46 +183,7 @@ TEST_F(G5Program, BodyLengthsCountPagesPixelsAndFrame) {
     image = integrate();
     EXPECT_EQ(le32(&image[23]), 12u + 17 * 2 + 2 * 256);
 
-    // A strip 8 wide and 2 high: one byte a row. The pages shrink to 60 x 28 at column 2,
-    // still 8 bytes a row.
-    write_png("strip.png", 8, 2, 0xFF0000);
-    const ZelFrameHeader_G5 f = frame_header(0);
-    ASSERT_EQ(zelDual_program_picturesAreaAddFrame(1, &f, "strip.png"), 0);
-    image = integrate();
-    EXPECT_EQ(le32(&image[23]), 18u + 2 + 17 * 2 + 2 * 8 * 28);
-    EXPECT_EQ(std::vector<uint8_t>(image.begin() + 36, image.begin() + 45),
-              (std::vector<uint8_t>{1, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x00, 0x00}))
-        << "frame header with mark 1, then the strip of lit red pixels";
     ASSERT_EQ(zelDual_program_IntegrateProgramFile(nullptr), -1);
-}
-
-TEST_F(G5Program, ReverseEffectWritesTextPagesBackAndDropsThePicture) {
-    start(1);
-    add_area(1, 0, 64, 16);
-    // 12 points are 16 pixels: each line is taller than the page and gets a page of its own.
-    const TextPageParams_G5 p = text_params(0x26, 1, 12, 1);
-    ASSERT_EQ(zelDual_program_fontPath_picturesAreaAddTxt(1, "A\nW", kDejaVu, &p), 0);
-    write_png("pic.png", 64, 16, 0xFFFFFF);
-    ASSERT_EQ(zelDual_program_pictureAreaAddPic(1, 0, &p, "pic.png"), 0);
-    const auto image = integrate();
-    const std::size_t page = 8 * 16;
-    ASSERT_EQ(le32(&image[23]), 12u + 3 * (17 + page));
-    ASSERT_EQ(image[23 + 4 + 10], 3);
-    std::vector<std::vector<uint8_t>> pixels;
-    std::size_t at = 23 + 4 + 12;
-    for (int i = 0; i < 3; ++i) {
-        ASSERT_EQ(le32(&image[at]), 13u + page);
-        EXPECT_EQ(image[at + 4 + 1], 0x26);
-        EXPECT_EQ(image[at + 4 + 7] | (image[at + 4 + 8] << 8), 64);
-        pixels.emplace_back(image.begin() + static_cast<long>(at + 17),
-                            image.begin() + static_cast<long>(at + 17 + page));
-        at += 4 + 13 + page;
-    }
-    EXPECT_NE(pixels[0], pixels[1]);
-    EXPECT_EQ(pixels[1], pixels[2]);
-    const std::vector<uint8_t> allLit(page, 0x00);
-    for (const auto &px : pixels)
-        EXPECT_NE(px, allLit) << "the white picture is not written";
 }
 
 } // namespace
