@@ -14,12 +14,4 @@ TEST(Lifecycle, InitPrintsTheVersionLineOnEveryCall) {
     EXPECT_EQ(zelDual_ReleaseSdk(), 0);
 }
 
-TEST(Lifecycle, ReleaseWithoutStartAndSettersReturnZero) {
-    zelDual_ReleaseSdk();
-    EXPECT_EQ(zelDual_ReleaseSdk(), 0);
-    EXPECT_EQ(zelDual_set_packetLen(0), 0);
-    EXPECT_EQ(zelDual_set_packetLen(1024), 0);
-    EXPECT_EQ(zelDual_set_screenNum_G56(5), 0);
-}
-
 } // namespace
