@@ -18,9 +18,7 @@ TEST(ScreenSettings, KnownControllerTypesTraceAndStoreTheirMode) {
         const char *trace;
     };
     const Case cases[] = {
-        {0x0463, 4, "color = 1, ControllerType = 1123,  doubleColor = 2; \r\n"},
         {0x0066, 3, "color = 1, ControllerType = 102,  doubleColor = 2; \r\n"},
-        {0x0766, 3, "color = 1, ControllerType = 1894,  doubleColor = 2; \r\n"},
         {0x0166, 5, "color = 1, ControllerType = 358,  doubleColor = 2; \r\n"},
         {0x8374, 4, "color = 1, ControllerType = 33652,  doubleColor = 2; \r\n"},
         {0x0051, 0, "color = 1, ControllerType = 81,  doubleColor = 2; \r\n"},
