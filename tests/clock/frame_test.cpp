@@ -25,7 +25,6 @@ class Frames : public ::testing::Test {
         zelDual_program_deleteProgram();
         zelDual_program_setScreenParams_G56(static_cast<E_ScreenColor_G56>(1), 0x0051, 1);
         write_png("strip8x2.png", 8, 2, 0xFF0000);
-        write_png("strip50x2.png", 50, 2, 0xFF0000);
         write_png("strip8x4.png", 8, 4, 0x00FF00);
         ZelProgramHeader_G5 h = program_header(1);
         ASSERT_EQ(zelDual_program_addProgram(&h), 0);
@@ -39,18 +38,10 @@ class Frames : public ::testing::Test {
     }
 };
 
-TEST_F(Frames, StripHeightIsTheMarginOnEverySideAndTheTextBreaksAgain) {
-    PicturesArea &a = area(1, 16, 64, 32);
-    PicturesArea &b = area(2, 16, 64, 32);
+// The strip's height is the margin on every side: the G5 road reads the framed rectangle back
+// from the file, and the picture area test shows that the strip's length plays no part.
+TEST_F(Frames, TheTextBreaksAgainWhenAFrameComesAndGoes) {
     const ZelFrameHeader_G5 f = frame_header(1);
-    ASSERT_EQ(zelDual_program_picturesAreaAddFrame(1, &f, "strip8x2.png"), 0);
-    ASSERT_EQ(zelDual_program_picturesAreaAddFrame(2, &f, "strip50x2.png"), 0);
-    for (const PicturesArea *framed : {&a, &b}) {
-        EXPECT_EQ(framed->drawWidth, 60);
-        EXPECT_EQ(framed->drawHeight, 28);
-        EXPECT_EQ(framed->pageLeft, 18u);
-    }
-
     // Three lines of 16-pixel text (rows of about 18.6 pixels): two fit in 40 rows, not in 36.
     PicturesArea &c = area(3, 0, 64, 40);
     const TextPageParams_G5 p = text_params(0, 1, 12, 1);
