@@ -113,6 +113,7 @@ TEST_F(FaultMatrix, Tcp) {
             test::FakeClock clock;
             uint8_t answer[kPingCapacity] = {};
             EXPECT_EQ(cmd_ping(client, answer), c.result);
+            EXPECT_TRUE(client.connected()) << "a time-out leaves the socket open";
             client.close();
             EXPECT_EQ(clock.events(), (std::vector<std::string>{"wait 3000 ready",
                                                                 "wait 5000 timed out", "sleep 10"}));
