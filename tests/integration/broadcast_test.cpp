@@ -83,10 +83,6 @@ class RawResponder {
     int m_fd = -1;
 };
 
-std::string text_of(const char *p) {
-    return std::string(p);
-}
-
 TEST(BroadcastPeer, ShortDatagramsCountOnlyWhenTheySayOk) {
     NetnsPair net;
     ZEL_REQUIRE_NETNS(net);
@@ -111,7 +107,7 @@ TEST(BroadcastPeer, ShortDatagramsCountOnlyWhenTheySayOk) {
         peer.get_peer_address(address);
         if (c.result == 0) {
             EXPECT_EQ(len, c.reply.size());
-            EXPECT_EQ(text_of(address), "10.77.0.1");
+            EXPECT_STREQ(address, "10.77.0.1");
         }
         net.in_host([&] { peer.close(); });
     }
