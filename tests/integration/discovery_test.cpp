@@ -68,9 +68,7 @@ TEST_F(DiscoveryTest, PingOfALongAnswerGivesMinus1WhenUnpackLeftItsLengthAbove10
             sim().module_state<sim::NetworkState>().pingOverride =
                 std::vector<uint8_t>(c.dataLen, 0x42);
         }
-        sim::Faults f;
-        f.badHeaderCheck = c.badHeaderCheck;
-        sim().set_faults(f);
+        sim().set_faults({.badHeaderCheck = c.badHeaderCheck});
         test::StdoutCapture out;
         ZelPingRecord record{};
         EXPECT_EQ(zelDual_cmd_tcpPing("127.0.0.1", port(), &record), c.result) << c.dataLen;
@@ -137,9 +135,7 @@ TEST_F(DiscoveryTest, UartSearchPingsAt9600First) {
 TEST_F(DiscoveryTest, UartNetworkSearchTriesThreeTimesAndZeroesOnly52Bytes) {
     start_sim(0x0063, true);
     test::FakeClock clock(test::FakeClock::kPaced);
-    sim::Faults f;
-    f.errorCode = 9;
-    sim().set_faults(f);
+    sim().set_faults({.errorCode = 9});
     std::vector<uint8_t> out(206, 0xEE);
     EXPECT_EQ(zelDual_cmd_uart_search_Net_6G(out.data(), sim().serial_path().c_str(), 2), 9);
     EXPECT_EQ(std::vector<uint8_t>(out.begin(), out.begin() + 52), std::vector<uint8_t>(52, 0));

@@ -140,9 +140,7 @@ TEST_F(FilesTest, ConfWritesUse1024ByteBlocksWhateverThePacketLength) {
 }
 
 TEST_F(FilesTest, ConnectionClosedMidTransferLeavesNoFile) {
-    sim::Faults faults;
-    faults.closeAfterBlocks = 1;
-    sim().set_faults(faults);
+    sim().set_faults({.closeAfterBlocks = 1});
     const auto image = program_image(3072);
     StdoutCapture out;
     EXPECT_EQ(zelDual_cmd_ofsWriteFile(kHost, port(), "P009", 0, 3072, 1, image.data()), -1);

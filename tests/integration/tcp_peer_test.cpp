@@ -33,18 +33,13 @@ TEST_F(TcpPeerTest, InitLearnsTheDeviceTypeAndRefusalsKeepTheSocket) {
         EXPECT_EQ(client.m_DeviceType, 0x0163);
         EXPECT_EQ(sim().requests().size(), 1u);
     }
-    sim::Faults probe;
-    probe.scope = sim::FaultScope::Probe;
-    probe.headerVersion = 3;
-    sim().set_faults(probe);
+    sim().set_faults({.scope = sim::FaultScope::Probe, .headerVersion = 3});
     {
         TK_Client client;
         EXPECT_EQ(client.init("127.0.0.1", port()), -4);
         EXPECT_EQ(client.m_DeviceType, 0xFFFE);
     }
-    sim::Faults split;
-    split.splitAnswer = true;
-    sim().set_faults(split);
+    sim().set_faults({.splitAnswer = true});
     TK_Client client;
     ASSERT_EQ(client.init("127.0.0.1", port()), 0);
     uint8_t answer[kPingCapacity] = {};

@@ -144,9 +144,7 @@ TEST_F(ZelctlTest, ExitStatusSaysWhatFailed) {
 
     // A controller error code passes through: the simulator acknowledges with code 9.
     start_sim(0x0051);
-    sim::Faults faults;
-    faults.errorCode = 9;
-    sim().set_faults(faults);
+    sim().set_faults({.errorCode = 9});
     r = zelctl(at() + " power off");
     EXPECT_EQ(r.status, 9);
     EXPECT_NE(r.err.find("error code 9"), std::string::npos) << r.err;
