@@ -18,8 +18,7 @@ using namespace zel::test;
 using exports::current_program_g5;
 
 TimeContentRecord content_record(const char *font) {
-    TimeContentRecord r;
-    std::memset(&r, 0, sizeof r);
+    TimeContentRecord r{};
     r.arrMode = 1;
     r.fontColor = 3;
     r.fontName = font;
@@ -33,8 +32,7 @@ TimeContentRecord content_record(const char *font) {
 }
 
 AnalogClockRecord hands_record() {
-    AnalogClockRecord r;
-    std::memset(&r, 0, sizeof r);
+    AnalogClockRecord r{};
     r.hourHandLength = 8;
     r.hourHandColor = 1;
     r.minuteHandLength = 12;

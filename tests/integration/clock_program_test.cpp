@@ -44,8 +44,7 @@ class ClockRoad : public SimTest {
         const ZelAreaRecord_G5 analog = area_record(2, 120, 0, 32, 32);
         EXPECT_EQ(zelDual_program_AddArea(1, &digital), 0);
         EXPECT_EQ(zelDual_program_AddArea(2, &analog), 0);
-        TimeContentRecord c;
-        std::memset(&c, 0, sizeof c);
+        TimeContentRecord c{};
         c.arrMode = 1;
         c.fontColor = 2;
         c.fontName = kDejaVu;
@@ -54,8 +53,7 @@ class ClockRoad : public SimTest {
         c.dateEnable = 1;
         c.timeEnable = 1;
         EXPECT_EQ(zelDual_program_fontPath_timeAreaAddContent(1, &c), 0);
-        AnalogClockRecord hands;
-        std::memset(&hands, 0, sizeof hands);
+        AnalogClockRecord hands{};
         hands.hourHandLength = 7;
         hands.hourHandColor = 1;
         hands.minuteHandLength = 12;

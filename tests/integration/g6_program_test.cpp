@@ -145,16 +145,14 @@ TEST_F(G6ProgramRoad, ClocksGoToBothFilesAndShowAtTheSimulatorsTime) {
         ASSERT_EQ(zelDual_program_addArea_G6(1, &digital), 0);
         ASSERT_EQ(zelDual_program_addArea_G6(2, &analog), 0);
     }
-    TimeContentRecord content;
-    std::memset(&content, 0, sizeof content);
+    TimeContentRecord content{};
     content.fontColor = 0x00FF0000;
     content.fontName = kDejaVu;
     content.fontSize = 12;
     content.timeEnable = 1;
     content.timeFormat = 0;
     ASSERT_EQ(zelDual_program_fontPath_timeAreaAddContent_G6(1, &content), 0);
-    AnalogClockRecord hands;
-    std::memset(&hands, 0, sizeof hands);
+    AnalogClockRecord hands{};
     hands.hourHandLength = 8;
     hands.minuteHandLength = 12;
     hands.hourHandColor = 0x00FFFFFF;
