@@ -50,19 +50,13 @@ TEST(DynamicSerialEntries, SpeedIndexTestsAndInitFailureLines) {
     const uint8_t numbers[] = {1};
     const ::E_ScreenColor_G56 c = ZEL_SCREEN_ONE_COLOR;
 
+    const auto txtDetails = [&](uint8_t s) {
+        return zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(kNoLine, s, c, 1, &area, &page,
+                                                               kDejaVu, "1");
+    };
     const SerialCase cases[] = {
-        {"AddAreaTxtDetails_6G_Serial",
-         [&](uint8_t s) {
-             return zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(kNoLine, s, c, 1, &area, &page,
-                                                                    kDejaVu, "1");
-         },
-         3, ""},
-        {"AddAreaTxtDetails_6G_Serial",
-         [&](uint8_t s) {
-             return zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(kNoLine, s, c, 1, &area, &page,
-                                                                    kDejaVu, "1");
-         },
-         1,
+        {"AddAreaTxtDetails_6G_Serial", txtDetails, 3, ""},
+        {"AddAreaTxtDetails_6G_Serial", txtDetails, 1,
          "oSerialClient.init error! pSerialPort=/nonexistent/ttyZEL, nSerialPortValueIndex=1, "
          "err=-1"},
         {"AddAreaTxtDetails_WithProgram_6G_Serial",

@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "program/program_fixtures.h"
+#include "program_road.h"
 #include "sdk/globals.h"
 #include "sim/app/panel_hook.h"
 #include "sim/panel/dynamic_decoder.h"
@@ -39,12 +40,7 @@ class DynamicRoad : public SimTest {
   protected:
     void start(uint16_t type, bool serial = false) {
         start_sim(type, serial);
-        sim::PanelOptions panel;
-        panel.folder = "panel";
-        panel.width = 128;
-        panel.height = 32;
-        panel.colorMode = 1;
-        sim::install_panel_output(sim(), panel);
+        sim::install_panel_output(sim(), panel_in("panel", 128, 32));
     }
     std::vector<sim::Request> dynamic_commands() {
         std::vector<sim::Request> out;
