@@ -36,11 +36,10 @@ TEST_F(DiscoveryTest, TcpPingHandsOnThe52ByteRecord) {
     std::memset(&record, 0xEE, sizeof record);
     zelDual_set_screenNum_G56(5); // lives only until the next peer is built
     ASSERT_EQ(zelDual_cmd_tcpPing("127.0.0.1", port(), &record), 0);
-    std::vector<uint8_t> expected = {0x54, 0x04};
-    for (uint8_t i = 0; i < 30; ++i)
-        expected.push_back(static_cast<uint8_t>(0xB0 + i));
-    const std::vector<uint8_t> address = {'1', '2', '7', '.', '0', '.', '0', '.', '1'};
-    expected.insert(expected.end(), address.begin(), address.end());
+    // The type, the controller's 30 bytes, then the address text at 32, zeros to 52.
+    std::vector<uint8_t> expected =
+        hex("5404 B0B1B2B3B4B5B6B7B8B9BABBBCBDBEBF C0C1C2C3C4C5C6C7C8C9CACBCCCD"
+            " 3132372E302E302E31");
     expected.resize(52, 0);
     EXPECT_EQ(bytes_of(&record, sizeof record), expected);
 
