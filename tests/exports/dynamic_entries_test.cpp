@@ -31,43 +31,32 @@ struct SerialCase {
 };
 
 TEST(DynamicSerialEntries, SpeedIndexTestsAndInitFailureLines) {
-    ZelDynamicAreaParams_G6 area;
-    std::memset(&area, 0, sizeof area);
+    ZelDynamicAreaParams_G6 area{};
     area.AreaWidth = 64;
     area.AreaHeight = 32;
     const TextPageParams_G6 page = text_params_g6(1, 1, 12, 1);
-    ZelDynamicAreaSetItem_G6 item;
-    std::memset(&item, 0, sizeof item);
+    ZelDynamicAreaSetItem_G6 item{};
     item.area = area;
     item.page = page;
     item.font = kDejaVu;
     item.content = "1";
     const ZelFrameHeader_G5 frame{};
-    ZelTextStyleRecord style;
-    std::memset(&style, 0, sizeof style);
-    DynamicAreaBaseInfo_5G info;
-    std::memset(&info, 0, sizeof info);
+    ZelTextStyleRecord style{};
+    DynamicAreaBaseInfo_5G info{};
     info.kind = 1;
     info.text = "1";
     const DynamicAreaBaseInfo_5G *infos[] = {&info};
-    ZelAreaFrmae_Dynamic_G6 noFrame;
-    std::memset(&noFrame, 0, sizeof noFrame);
+    ZelAreaFrmae_Dynamic_G6 noFrame{};
     const uint8_t numbers[] = {1};
     const ::E_ScreenColor_G56 c = ZEL_SCREEN_ONE_COLOR;
 
+    const auto txtDetails = [&](uint8_t s) {
+        return zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(kNoLine, s, c, 1, &area, &page,
+                                                               kDejaVu, "1");
+    };
     const SerialCase cases[] = {
-        {"AddAreaTxtDetails_6G_Serial",
-         [&](uint8_t s) {
-             return zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(kNoLine, s, c, 1, &area, &page,
-                                                                    kDejaVu, "1");
-         },
-         3, ""},
-        {"AddAreaTxtDetails_6G_Serial",
-         [&](uint8_t s) {
-             return zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(kNoLine, s, c, 1, &area, &page,
-                                                                    kDejaVu, "1");
-         },
-         1,
+        {"AddAreaTxtDetails_6G_Serial", txtDetails, 3, ""},
+        {"AddAreaTxtDetails_6G_Serial", txtDetails, 1,
          "oSerialClient.init error! pSerialPort=/nonexistent/ttyZEL, nSerialPortValueIndex=1, "
          "err=-1"},
         {"AddAreaTxtDetails_WithProgram_6G_Serial",
@@ -143,8 +132,7 @@ TEST(DynamicEntries, ArgumentsRefusedBeforeAnyTraffic) {
     // slowly); these are refused by the tests of the arguments alone, with no trace.
     StdoutCapture out;
     const TextPageParams_G6 page = text_params_g6(1, 1, 12, 1);
-    ZelDynamicAreaParams_G6 area;
-    std::memset(&area, 0, sizeof area);
+    ZelDynamicAreaParams_G6 area{};
     const uint16_t programs[1] = {1};
     EXPECT_EQ(zelDual_dynamicArea_AddAreaTxt_6G("127.0.0.1", 1023, ZEL_SCREEN_ONE_COLOR, 1, 0, 0, 8,
                                                 8, kDejaVu, 9, "1"),
@@ -165,8 +153,7 @@ TEST(DynamicEntries, ArgumentsRefusedBeforeAnyTraffic) {
     EXPECT_EQ(zelDual_dynamicAreaS_AddTxtDetails_WithProgram_6G(
                   "127.0.0.1", 5005, ZEL_SCREEN_ONE_COLOR, 1, nullptr, 2, nullptr),
               -1);
-    ZelSoundItem_Independ sound;
-    std::memset(&sound, 0, sizeof sound);
+    ZelSoundItem_Independ sound{};
     sound.sound.text = "a";
     EXPECT_EQ(zelDual_dynamicArea_InsertSoundIndepend("127.0.0.1", 5005, &sound, 0, 0), -1);
     EXPECT_EQ(zelDual_dynamicArea_UpdateSoundIndepend("127.0.0.1", 5005, &sound, 0, 0), -1);

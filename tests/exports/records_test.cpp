@@ -13,8 +13,7 @@ namespace {
 using test::hex;
 
 template <class Record> Record record_of(const std::vector<uint8_t> &bytes) {
-    Record r;
-    std::memset(&r, 0, sizeof r);
+    Record r{};
     std::memcpy(&r, bytes.data(), std::min(bytes.size(), sizeof r));
     return r;
 }

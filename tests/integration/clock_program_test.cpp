@@ -2,18 +2,14 @@
 // embedded simulator, read back by its panel reader and shown at a given moment.
 #include <gtest/gtest.h>
 
-#include <cairo.h>
 #include <cmath>
 #include <cstring>
-#include <fstream>
-#include <iterator>
-#include <mutex>
 
 #include "clock/clock_fixtures.h"
 #include "clock/time_area.h"
 #include "exports/program_access.h"
 #include "program/program_fixtures.h"
-#include "sim/app/panel_hook.h"
+#include "program_road.h"
 #include "sim/panel/clock_painter.h"
 #include "sim/panel/program_decoder.h"
 #include "support/sim_fixture.h"
@@ -36,11 +32,6 @@ class ClockRoad : public SimTest {
         zelDual_program_deleteProgram();
         start_sim(0x0051);
         zelDual_program_setScreenParams_G56(static_cast<::E_ScreenColor_G56>(2), 0x0051, 1);
-        sim().set_file_written_hook(
-            [this](uint8_t, const std::string &, const std::vector<uint8_t> &bytes) {
-                std::lock_guard<std::mutex> guard(m_mutex);
-                m_landed = bytes;
-            });
     }
     void TearDown() override { zelDual_program_deleteProgram(); }
 
@@ -53,8 +44,7 @@ class ClockRoad : public SimTest {
         const ZelAreaRecord_G5 analog = area_record(2, 120, 0, 32, 32);
         EXPECT_EQ(zelDual_program_AddArea(1, &digital), 0);
         EXPECT_EQ(zelDual_program_AddArea(2, &analog), 0);
-        TimeContentRecord c;
-        std::memset(&c, 0, sizeof c);
+        TimeContentRecord c{};
         c.arrMode = 1;
         c.fontColor = 2;
         c.fontName = kDejaVu;
@@ -63,8 +53,7 @@ class ClockRoad : public SimTest {
         c.dateEnable = 1;
         c.timeEnable = 1;
         EXPECT_EQ(zelDual_program_fontPath_timeAreaAddContent(1, &c), 0);
-        AnalogClockRecord hands;
-        std::memset(&hands, 0, sizeof hands);
+        AnalogClockRecord hands{};
         hands.hourHandLength = 7;
         hands.hourHandColor = 1;
         hands.minuteHandLength = 12;
@@ -77,15 +66,6 @@ class ClockRoad : public SimTest {
                   0);
         return image;
     }
-
-    std::vector<uint8_t> landed() {
-        std::lock_guard<std::mutex> guard(m_mutex);
-        return m_landed;
-    }
-
-  private:
-    std::mutex m_mutex;
-    std::vector<uint8_t> m_landed;
 };
 
 bool glyph_ink(const std::vector<uint8_t> &glyph, uint32_t x, uint32_t y) {
@@ -94,8 +74,11 @@ bool glyph_ink(const std::vector<uint8_t> &glyph, uint32_t x, uint32_t y) {
 }
 
 TEST_F(ClockRoad, DecodedClockShowsTheGivenTimeWithTheLibrarysGlyphs) {
+    sim::PanelOptions options = panel_in("panel", kScreenW, kScreenH, 2);
+    options.clockTime = sim::parse_clock_time("2026-11-15 13:45:30");
+    sim::install_panel_output(sim(), options);
     const std::vector<uint8_t> image = write_program();
-    const std::vector<uint8_t> file = landed(); // the decoded areas point into it
+    const std::vector<uint8_t> file = landed_file(sim(), "P001"); // decoded areas point into it
     ASSERT_EQ(file, image);
     const sim::ScreenMode mode{kScreenW, kScreenH, 2, 0, 1};
     const sim::DecodeResult r = sim::decode_program(file, mode);
@@ -105,7 +88,7 @@ TEST_F(ClockRoad, DecodedClockShowsTheGivenTimeWithTheLibrarysGlyphs) {
     ASSERT_TRUE(digital.clock);
     ASSERT_EQ(digital.clock->items.size(), 6u);
 
-    const sim::ClockTime at = *sim::parse_clock_time("2026-11-15 13:45:30");
+    const sim::ClockTime at = *options.clockTime;
     sim::Rgb shown{kScreenW, kScreenH, std::vector<uint32_t>(kScreenW * kScreenH, 0)};
     sim::paint_clock(shown, mode, digital, at);
     sim::DecodedArea background = digital; // the same area without its items
@@ -145,31 +128,16 @@ TEST_F(ClockRoad, DecodedClockShowsTheGivenTimeWithTheLibrarysGlyphs) {
     EXPECT_EQ(shown.at(120 + 16 + static_cast<uint32_t>(std::lround(std::sin(a) * 8)),
                        16 + static_cast<uint32_t>(std::lround(-std::cos(a) * 8))),
               kYellow);
-}
 
-TEST_F(ClockRoad, PanelShowsTheClocksAtTheCommandLinesTime) {
-    sim::PanelOptions options;
-    options.folder = "panel";
-    options.width = kScreenW;
-    options.height = kScreenH;
-    options.colorMode = 2;
-    options.clockTime = sim::parse_clock_time("2026-11-15 13:45:30");
-    sim::install_panel_output(sim(), options);
-    write_program();
-
-    std::ifstream in("panel/P001.json");
-    const std::string json{std::istreambuf_iterator<char>(in), {}};
+    // The panel shows the clocks at the moment of its command line.
+    const std::string json = text_file("panel/P001.json");
     EXPECT_NE(json.find("\"time\": \"2026-11-15 13:45:30\", \"png\": \"P001-area0-page0.png\""),
               std::string::npos)
         << json;
     EXPECT_NE(json.find("\"png\": \"P001-area1-page0.png\""), std::string::npos);
     EXPECT_NE(json.find("\"unitCount\": 6"), std::string::npos);
-    for (const char *name : {"panel/P001-area0-page0.png", "panel/P001-panel.png"}) {
-        cairo_surface_t *png = cairo_image_surface_create_from_png(name);
-        EXPECT_EQ(cairo_surface_status(png), CAIRO_STATUS_SUCCESS) << name;
-        EXPECT_EQ(cairo_image_surface_get_width(png), static_cast<int>(kScreenW));
-        cairo_surface_destroy(png);
-    }
+    expect_png("panel/P001-area0-page0.png", kScreenW, kScreenH);
+    expect_png("panel/P001-panel.png", kScreenW, kScreenH);
 }
 
 } // namespace

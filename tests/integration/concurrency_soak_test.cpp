@@ -183,8 +183,7 @@ struct Host {
     void dynamic_area(int round) {
         const int turn = round + index;
         if (turn % kPushEvery != 0) return;
-        ZelTextStyleRecord style;
-        std::memset(&style, 0, sizeof style);
+        ZelTextStyleRecord style{};
         style.fontSize = 14;
         style.fontColor = 1;
         style.horizontalAlign = 1;

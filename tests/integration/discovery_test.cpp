@@ -36,11 +36,10 @@ TEST_F(DiscoveryTest, TcpPingHandsOnThe52ByteRecord) {
     std::memset(&record, 0xEE, sizeof record);
     zelDual_set_screenNum_G56(5); // lives only until the next peer is built
     ASSERT_EQ(zelDual_cmd_tcpPing("127.0.0.1", port(), &record), 0);
-    std::vector<uint8_t> expected = {0x54, 0x04};
-    for (uint8_t i = 0; i < 30; ++i)
-        expected.push_back(static_cast<uint8_t>(0xB0 + i));
-    const std::vector<uint8_t> address = {'1', '2', '7', '.', '0', '.', '0', '.', '1'};
-    expected.insert(expected.end(), address.begin(), address.end());
+    // The type, the controller's 30 bytes, then the address text at 32, zeros to 52.
+    std::vector<uint8_t> expected =
+        hex("5404 B0B1B2B3B4B5B6B7B8B9BABBBCBDBEBF C0C1C2C3C4C5C6C7C8C9CACBCCCD"
+            " 3132372E302E302E31");
     expected.resize(52, 0);
     EXPECT_EQ(bytes_of(&record, sizeof record), expected);
 
@@ -68,9 +67,7 @@ TEST_F(DiscoveryTest, PingOfALongAnswerGivesMinus1WhenUnpackLeftItsLengthAbove10
             sim().module_state<sim::NetworkState>().pingOverride =
                 std::vector<uint8_t>(c.dataLen, 0x42);
         }
-        sim::Faults f;
-        f.badHeaderCheck = c.badHeaderCheck;
-        sim().set_faults(f);
+        sim().set_faults({.badHeaderCheck = c.badHeaderCheck});
         test::StdoutCapture out;
         ZelPingRecord record{};
         EXPECT_EQ(zelDual_cmd_tcpPing("127.0.0.1", port(), &record), c.result) << c.dataLen;
@@ -137,9 +134,7 @@ TEST_F(DiscoveryTest, UartSearchPingsAt9600First) {
 TEST_F(DiscoveryTest, UartNetworkSearchTriesThreeTimesAndZeroesOnly52Bytes) {
     start_sim(0x0063, true);
     test::FakeClock clock(test::FakeClock::kPaced);
-    sim::Faults f;
-    f.errorCode = 9;
-    sim().set_faults(f);
+    sim().set_faults({.errorCode = 9});
     std::vector<uint8_t> out(206, 0xEE);
     EXPECT_EQ(zelDual_cmd_uart_search_Net_6G(out.data(), sim().serial_path().c_str(), 2), 9);
     EXPECT_EQ(std::vector<uint8_t>(out.begin(), out.begin() + 52), std::vector<uint8_t>(52, 0));

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <cstring>
 #include <dirent.h>
-#include <functional>
 #include <netinet/in.h>
 #include <optional>
 #include <string>
@@ -50,28 +49,16 @@ int settled_descriptors(int expected) {
     return open_descriptors();
 }
 
-sim::Faults fault(std::function<void(sim::Faults &)> set) {
-    sim::Faults f;
-    set(f);
-    return f;
-}
-
-const sim::Faults kSilent = fault([](sim::Faults &f) { f.silent = true; });
-const sim::Faults kSilentAll = fault([](sim::Faults &f) {
-    f.silent = true;
-    f.scope = sim::FaultScope::All;
-});
-const sim::Faults kSplit = fault([](sim::Faults &f) { f.splitAnswer = true; });
-const sim::Faults kPadded = fault([](sim::Faults &f) { f.padIndex = 255; });
-const sim::Faults kBadCrc = fault([](sim::Faults &f) { f.badCrc = true; });
-const sim::Faults kBadHeaderCheck = fault([](sim::Faults &f) { f.badHeaderCheck = true; });
-const sim::Faults kWrongVersion = fault([](sim::Faults &f) { f.headerVersion = 6; });
-const sim::Faults kProbeWrongVersion = fault([](sim::Faults &f) {
-    f.headerVersion = 3;
-    f.scope = sim::FaultScope::Probe;
-});
-const sim::Faults kErrorCode = fault([](sim::Faults &f) { f.errorCode = 9; });
-const sim::Faults kCloseMidTransfer = fault([](sim::Faults &f) { f.closeAfterBlocks = 1; });
+const sim::Faults kSilent{.silent = true};
+const sim::Faults kSilentAll{.scope = sim::FaultScope::All, .silent = true};
+const sim::Faults kSplit{.splitAnswer = true};
+const sim::Faults kPadded{.padIndex = 255};
+const sim::Faults kBadCrc{.badCrc = true};
+const sim::Faults kBadHeaderCheck{.badHeaderCheck = true};
+const sim::Faults kWrongVersion{.headerVersion = 6};
+const sim::Faults kProbeWrongVersion{.scope = sim::FaultScope::Probe, .headerVersion = 3};
+const sim::Faults kErrorCode{.errorCode = 9};
+const sim::Faults kCloseMidTransfer{.closeAfterBlocks = 1};
 
 struct Case {
     const char *what;
@@ -113,6 +100,7 @@ TEST_F(FaultMatrix, Tcp) {
             test::FakeClock clock;
             uint8_t answer[kPingCapacity] = {};
             EXPECT_EQ(cmd_ping(client, answer), c.result);
+            EXPECT_TRUE(client.connected()) << "a time-out leaves the socket open";
             client.close();
             EXPECT_EQ(clock.events(), (std::vector<std::string>{"wait 3000 ready",
                                                                 "wait 5000 timed out", "sleep 10"}));

@@ -95,16 +95,10 @@ TEST_F(FilesTest, WriteSendsTheHeaderThenBlocksOfThePacketLength) {
             const Block &b = c.blocks[i];
             const auto &r = got[1 + i];
             EXPECT_EQ(r.code, 0x03);
-            const std::vector<uint8_t> head = {'P',
-                                               '0',
-                                               '0',
-                                               '0',
-                                               b.last,
-                                               static_cast<uint8_t>(b.offset),
-                                               static_cast<uint8_t>(b.offset >> 8),
-                                               0,
-                                               0};
-            EXPECT_EQ(r.data, concat(head, slice(image, b.offset, b.length)))
+            const std::vector<uint8_t> head = {b.last, static_cast<uint8_t>(b.offset),
+                                               static_cast<uint8_t>(b.offset >> 8), 0, 0};
+            EXPECT_EQ(r.data,
+                      concat(hex("50303030"), concat(head, slice(image, b.offset, b.length))))
                 << c.length << " block " << i;
         }
         EXPECT_EQ(sim::file_system(sim()).find(sim::FileSpace::Ofs, sim::file_name("P000"))->bytes,
@@ -146,9 +140,7 @@ TEST_F(FilesTest, ConfWritesUse1024ByteBlocksWhateverThePacketLength) {
 }
 
 TEST_F(FilesTest, ConnectionClosedMidTransferLeavesNoFile) {
-    sim::Faults faults;
-    faults.closeAfterBlocks = 1;
-    sim().set_faults(faults);
+    sim().set_faults({.closeAfterBlocks = 1});
     const auto image = program_image(3072);
     StdoutCapture out;
     EXPECT_EQ(zelDual_cmd_ofsWriteFile(kHost, port(), "P009", 0, 3072, 1, image.data()), -1);

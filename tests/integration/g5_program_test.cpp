@@ -2,20 +2,14 @@
 // embedded simulator with zelDual_cmd_ofsWriteFile, and read back by the simulator's reader.
 #include <gtest/gtest.h>
 
-#include <cairo.h>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <mutex>
 
 #include "exports/program_access.h"
 #include "program/program_fixtures.h"
 #include "program/screen_settings.h"
+#include "program_road.h"
 #include "render/pictures_area.h"
 #include "sdk/crc.h"
-#include "sim/app/panel_hook.h"
-#include "sim/panel/panel_png.h"
-#include "sim/panel/program_decoder.h"
 #include "support/fake_clock.h"
 #include "support/sim_fixture.h"
 
@@ -37,24 +31,6 @@ class G5ProgramRoad : public SimTest {
         zelDual_program_setScreenParams_G56(static_cast<::E_ScreenColor_G56>(1), 0x0051, 1);
     }
     void TearDown() override { zelDual_program_deleteProgram(); }
-
-    // Keeps every file that lands in the simulator.
-    void capture_files() {
-        sim().set_file_written_hook(
-            [this](uint8_t space, const std::string &name, const std::vector<uint8_t> &bytes) {
-                std::lock_guard<std::mutex> guard(m_mutex);
-                m_landed.push_back({space, name, bytes});
-            });
-    }
-    struct Landed {
-        uint8_t space;
-        std::string name;
-        std::vector<uint8_t> bytes;
-    };
-    std::vector<Landed> landed() {
-        std::lock_guard<std::mutex> guard(m_mutex);
-        return m_landed;
-    }
 
     int32_t write(const std::vector<uint8_t> &image, const char *name) {
         return zelDual_cmd_ofsWriteFile(kHost, port(), name, 0, static_cast<uint32_t>(image.size()),
@@ -79,32 +55,18 @@ class G5ProgramRoad : public SimTest {
         const ZelFrameHeader_G5 f = frame_header(1);
         ASSERT_EQ(zelDual_program_picturesAreaAddFrame(2, &f, "strip.png"), 0);
     }
-
-  private:
-    std::mutex m_mutex;
-    std::vector<Landed> m_landed;
 };
 
-bool lit(const std::vector<uint8_t> &bitmap, int32_t width, int32_t px, int32_t py) {
-    const std::size_t at = (static_cast<std::size_t>(py) * static_cast<std::size_t>(width) +
-                            static_cast<std::size_t>(px)) *
-                           4;
-    return bitmap[at] >= 97 || bitmap[at + 1] >= 97 || bitmap[at + 2] >= 97;
-}
-
 TEST_F(G5ProgramRoad, WrittenProgramReadsBackWithTheTextAtItsPlace) {
-    capture_files();
+    sim::install_panel_output(sim(), panel_in("panel", kScreenW, kScreenH));
     build_program();
     const std::vector<uint8_t> image = integrate();
     ASSERT_FALSE(image.empty());
     ASSERT_EQ(write(image, "P001"), 0);
-    const auto files = landed();
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(files[0].space, 0);
-    EXPECT_EQ(files[0].name, "P001");
-    ASSERT_EQ(files[0].bytes, image);
+    const std::vector<uint8_t> file = landed_file(sim(), "P001"); // decoded areas point into it
+    ASSERT_EQ(file, image);
 
-    const sim::DecodeResult r = sim::decode_program(files[0].bytes);
+    const sim::DecodeResult r = sim::decode_program(file);
     ASSERT_TRUE(r.ok()) << r.error->offset << ": " << r.error->what;
     ASSERT_EQ(r.program->areas.size(), 2u);
     const sim::ScreenMode mode{kScreenW, kScreenH, 1, 0, 1};
@@ -116,18 +78,7 @@ TEST_F(G5ProgramRoad, WrittenProgramReadsBackWithTheTextAtItsPlace) {
     sim::paint_area_page(canvas, mode, text, 0);
     const PicturesArea &painted = *current_program_g5()->find_area_of<PicturesArea>(1);
     ASSERT_EQ(painted.pageBitmaps.size(), 1u);
-    std::size_t litCount = 0;
-    for (uint32_t py = 0; py < kScreenH; ++py) {
-        for (uint32_t px = 0; px < kScreenW; ++px) {
-            const bool inside = px >= 32 && px < 96 && py >= 8 && py < 24;
-            const bool want =
-                inside && lit(painted.pageBitmaps[0], 64, static_cast<int32_t>(px) - 32,
-                              static_cast<int32_t>(py) - 8);
-            ASSERT_EQ(canvas.at(px, py) != 0, want) << px << "," << py;
-            litCount += want;
-        }
-    }
-    EXPECT_GT(litCount, 20u);
+    expect_text_page(canvas, painted.pageBitmaps[0], 32, 8, 64, 16);
 
     // The picture area: a frame 2 high, the white page lit all over its 36 x 28 at (102, 2),
     // the red strip around it.
@@ -148,28 +99,12 @@ TEST_F(G5ProgramRoad, WrittenProgramReadsBackWithTheTextAtItsPlace) {
         }
     }
     EXPECT_EQ(canvas.at(99, 5), 0u);
-}
 
-TEST_F(G5ProgramRoad, SimulatorWritesPanelPicturesAndSummary) {
-    sim::PanelOptions options;
-    options.folder = "panel";
-    options.width = kScreenW;
-    options.height = kScreenH;
-    sim::install_panel_output(sim(), options);
-    build_program();
-    const std::vector<uint8_t> image = integrate();
-    ASSERT_EQ(write(image, "P001"), 0);
-
+    // The simulator's panel pictures and summary.
     for (const char *name :
-         {"panel/P001-area0-page0.png", "panel/P001-area1-page0.png", "panel/P001-panel.png"}) {
-        cairo_surface_t *png = cairo_image_surface_create_from_png(name);
-        EXPECT_EQ(cairo_surface_status(png), CAIRO_STATUS_SUCCESS) << name;
-        EXPECT_EQ(cairo_image_surface_get_width(png), kScreenW) << name;
-        EXPECT_EQ(cairo_image_surface_get_height(png), kScreenH) << name;
-        cairo_surface_destroy(png);
-    }
-    std::ifstream in("panel/P001.json");
-    const std::string json{std::istreambuf_iterator<char>(in), {}};
+         {"panel/P001-area0-page0.png", "panel/P001-area1-page0.png", "panel/P001-panel.png"})
+        expect_png(name, kScreenW, kScreenH);
+    const std::string json = text_file("panel/P001.json");
     EXPECT_NE(json.find("\"programName\": \"P001\""), std::string::npos) << json;
     EXPECT_NE(json.find("\"rect\": {\"x\": 100, \"y\": 0, \"width\": 40, \"height\": 32}"),
               std::string::npos);
@@ -187,23 +122,20 @@ TEST_F(G5ProgramRoad, SimulatorWritesPanelPicturesAndSummary) {
     for (int i = 0; i < 4; ++i)
         damaged.push_back(static_cast<uint8_t>(crc >> (8 * i)));
     ASSERT_EQ(write(damaged, "P009"), 0);
-    std::ifstream bad("panel/P009.json");
-    const std::string error{std::istreambuf_iterator<char>(bad), {}};
+    const std::string error = text_file("panel/P009.json");
     EXPECT_NE(error.find("\"error\": {\"offset\": " + std::to_string(firstPage)), std::string::npos)
         << error;
     EXPECT_FALSE(std::filesystem::exists("panel/P009-panel.png"));
 }
 
 TEST_F(G5ProgramRoad, TestProgramShortcutSendsP000AndSetsTheScreen) {
-    capture_files();
     ASSERT_EQ(zelDual_program_pictureArea(nullptr, kHost, port()), 0);
     EXPECT_EQ(g_screenColor.load(), 2);
     EXPECT_EQ(g_tranPixelMode.load(), 0u);
     EXPECT_EQ(g_doubleColor.load(), 2u);
-    const auto files = landed();
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(files[0].name, "P000");
-    const sim::DecodeResult r = sim::decode_program(files[0].bytes);
+    EXPECT_EQ(sim::file_system(sim()).files(sim::FileSpace::Ofs).size(), 1u);
+    const std::vector<uint8_t> file = landed_file(sim(), "P000");
+    const sim::DecodeResult r = sim::decode_program(file);
     ASSERT_TRUE(r.ok());
     EXPECT_EQ(r.program->header[7], 1);
     EXPECT_EQ(r.program->header[10], 0xFF);

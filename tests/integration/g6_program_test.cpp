@@ -5,14 +5,11 @@
 
 #include <cairo.h>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <mutex>
 
 #include "exports/program_access.h"
 #include "program/program_fixtures.h"
+#include "program_road.h"
 #include "render/pictures_area_g6.h"
-#include "sim/app/panel_hook.h"
 #include "sim/panel/clock_painter.h"
 #include "sim/panel/program_decoder_g6.h"
 #include "support/capture.h"
@@ -40,18 +37,6 @@ class G6ProgramRoad : public SimTest {
     }
     void TearDown() override { zelDual_program_deleteProgram_G6(); }
 
-    void capture_files() {
-        sim().set_file_written_hook(
-            [this](uint8_t, const std::string &name, const std::vector<uint8_t> &bytes) {
-                std::lock_guard<std::mutex> guard(m_mutex);
-                m_landed[name] = bytes;
-            });
-    }
-    std::map<std::string, std::vector<uint8_t>> landed() {
-        std::lock_guard<std::mutex> guard(m_mutex);
-        return m_landed;
-    }
-
     int32_t write(const std::vector<uint8_t> &bytes, const std::string &name, uint8_t type) {
         return zelDual_cmd_ofsWriteFile(kHost, port(), name.c_str(), type,
                                         static_cast<uint32_t>(bytes.size()), 1, bytes.data());
@@ -78,32 +63,22 @@ class G6ProgramRoad : public SimTest {
         const ZelSoundParams_G6 s{{1, 2, 3, 4}, 5, 6, {7, 8, 9, 10}};
         ASSERT_EQ(zelDual_program_pictureAreaEnableSound_G6(3, &s, "Welcome"), 0);
     }
-
-  private:
-    std::mutex m_mutex;
-    std::map<std::string, std::vector<uint8_t>> m_landed;
 };
 
-bool lit(const std::vector<uint8_t> &bitmap, int32_t width, int32_t px, int32_t py) {
-    const std::size_t at = (static_cast<std::size_t>(py) * static_cast<std::size_t>(width) +
-                            static_cast<std::size_t>(px)) *
-                           4;
-    return bitmap[at] >= 97 || bitmap[at + 1] >= 97 || bitmap[at + 2] >= 97;
-}
-
 TEST_F(G6ProgramRoad, BothFilesLandAndReadBackWithEveryAreaAtItsPlace) {
-    capture_files();
+    sim::install_panel_output(sim(), panel_in("panel", kScreenW, kScreenH));
     build_program();
     const FilesG6 files = integrate_g6();
     ASSERT_FALSE(files.program.empty());
     ASSERT_EQ(write(files.program, files.programName, files.programType), 0);
+    EXPECT_FALSE(std::filesystem::exists("panel/P001.json")) << "the data file is missing";
     ASSERT_EQ(write(files.data, files.dataName, files.dataType), 0);
-    const auto got = landed();
-    ASSERT_EQ(got.size(), 2u);
-    ASSERT_EQ(got.at("P001"), files.program);
-    ASSERT_EQ(got.at("D001"), files.data);
+    const std::vector<uint8_t> program = landed_file(sim(), "P001");
+    const std::vector<uint8_t> data = landed_file(sim(), "D001");
+    ASSERT_EQ(program, files.program);
+    ASSERT_EQ(data, files.data);
 
-    const sim::DecodeResultG6 r = sim::decode_program_g6(got.at("P001"), got.at("D001"), kMode);
+    const sim::DecodeResultG6 r = sim::decode_program_g6(program, data, kMode);
     ASSERT_TRUE(r.ok()) << r.inDataFile << " " << r.error->offset << ": " << r.error->what;
     EXPECT_EQ(r.program->hasBackground, 1);
     ASSERT_EQ(r.program->areas.size(), 3u);
@@ -120,18 +95,7 @@ TEST_F(G6ProgramRoad, BothFilesLandAndReadBackWithEveryAreaAtItsPlace) {
     sim::paint_area_page(canvas, kMode, sim::panel_area(r.program->areas[1]), 0);
     const auto &painted = *exports::current_program_g6()->find_area_of<PicturesArea_g6>(2);
     ASSERT_EQ(painted.pageBitmaps.size(), 1u);
-    std::size_t litCount = 0;
-    for (uint32_t py = 0; py < kScreenH; ++py) {
-        for (uint32_t px = 0; px < kScreenW; ++px) {
-            const bool inside = px >= 32 && px < 96 && py >= 8 && py < 24;
-            const bool want =
-                inside && lit(painted.pageBitmaps[0], 64, static_cast<int32_t>(px) - 32,
-                              static_cast<int32_t>(py) - 8);
-            ASSERT_EQ(canvas.at(px, py) != 0, want) << px << "," << py;
-            litCount += want;
-        }
-    }
-    EXPECT_GT(litCount, 20u);
+    expect_text_page(canvas, painted.pageBitmaps[0], 32, 8, 64, 16);
 
     const sim::DecodedAreaG6 &picture = r.program->areas[2];
     ASSERT_TRUE(picture.sound);
@@ -139,39 +103,22 @@ TEST_F(G6ProgramRoad, BothFilesLandAndReadBackWithEveryAreaAtItsPlace) {
     ASSERT_EQ(picture.pages.size(), 1u);
     EXPECT_EQ(picture.pages[0].dataOffset, 14u + 8 * 32 + 8 * 16)
         << "after the background's page and the text's";
-}
 
-TEST_F(G6ProgramRoad, SimulatorShowsAPairOnceBothFilesHaveLanded) {
-    sim::PanelOptions options;
-    options.folder = "panel";
-    options.width = kScreenW;
-    options.height = kScreenH;
-    sim::install_panel_output(sim(), options);
-    build_program();
-    const FilesG6 files = integrate_g6();
-    ASSERT_EQ(write(files.program, files.programName, files.programType), 0);
-    EXPECT_FALSE(std::filesystem::exists("panel/P001.json")) << "the data file is missing";
-    ASSERT_EQ(write(files.data, files.dataName, files.dataType), 0);
-
-    std::ifstream in("panel/P001.json");
-    const std::string json{std::istreambuf_iterator<char>(in), {}};
+    // The simulator shows the pair once both files have landed.
+    const std::string json = text_file("panel/P001.json");
     EXPECT_NE(json.find("\"dataName\": \"D001\""), std::string::npos) << json;
     EXPECT_NE(json.find("\"hasBackground\": 1"), std::string::npos);
     EXPECT_NE(json.find("\"text\": \"Welcome\""), std::string::npos);
     for (const char *name : {"panel/P001-area0-page0.png", "panel/P001-area1-page0.png",
-                             "panel/P001-area2-page0.png", "panel/P001-panel.png"}) {
-        cairo_surface_t *png = cairo_image_surface_create_from_png(name);
-        EXPECT_EQ(cairo_surface_status(png), CAIRO_STATUS_SUCCESS) << name;
-        EXPECT_EQ(cairo_image_surface_get_width(png), kScreenW) << name;
-        cairo_surface_destroy(png);
-    }
+                             "panel/P001-area2-page0.png", "panel/P001-panel.png"})
+        expect_png(name, kScreenW, kScreenH);
     // The whole panel: the picture lit, the background lit behind nothing, dark in between.
     cairo_surface_t *png = cairo_image_surface_create_from_png("panel/P001-panel.png");
     cairo_surface_flush(png);
-    const auto *data = cairo_image_surface_get_data(png);
+    const auto *pixels = cairo_image_surface_get_data(png);
     const int stride = cairo_image_surface_get_stride(png);
     auto red = [&](int px, int py) {
-        return data[py * stride + px * 4 + 2] == 0xFF; // B, G, R, A
+        return pixels[py * stride + px * 4 + 2] == 0xFF; // B, G, R, A
     };
     EXPECT_TRUE(red(5, 5));
     EXPECT_TRUE(red(150, 30));
@@ -184,11 +131,7 @@ TEST_F(G6ProgramRoad, SimulatorShowsAPairOnceBothFilesHaveLanded) {
 TEST_F(G6ProgramRoad, ClocksGoToBothFilesAndShowAtTheSimulatorsTime) {
     start_sim(0x0166);
     zelDual_program_setScreenParams_G56(static_cast<::E_ScreenColor_G56>(4), 0x0166, 1);
-    sim::PanelOptions options;
-    options.folder = "panel";
-    options.width = kScreenW;
-    options.height = kScreenH;
-    options.colorMode = 4;
+    sim::PanelOptions options = panel_in("panel", kScreenW, kScreenH, 4);
     options.clockTime = sim::ClockTime{2026, 11, 15, 12, 34, 56};
     sim::install_panel_output(sim(), options);
     {
@@ -202,16 +145,14 @@ TEST_F(G6ProgramRoad, ClocksGoToBothFilesAndShowAtTheSimulatorsTime) {
         ASSERT_EQ(zelDual_program_addArea_G6(1, &digital), 0);
         ASSERT_EQ(zelDual_program_addArea_G6(2, &analog), 0);
     }
-    TimeContentRecord content;
-    std::memset(&content, 0, sizeof content);
+    TimeContentRecord content{};
     content.fontColor = 0x00FF0000;
     content.fontName = kDejaVu;
     content.fontSize = 12;
     content.timeEnable = 1;
     content.timeFormat = 0;
     ASSERT_EQ(zelDual_program_fontPath_timeAreaAddContent_G6(1, &content), 0);
-    AnalogClockRecord hands;
-    std::memset(&hands, 0, sizeof hands);
+    AnalogClockRecord hands{};
     hands.hourHandLength = 8;
     hands.minuteHandLength = 12;
     hands.hourHandColor = 0x00FFFFFF;
@@ -244,8 +185,7 @@ TEST_F(G6ProgramRoad, ClocksGoToBothFilesAndShowAtTheSimulatorsTime) {
     EXPECT_EQ(r.program->areas[1].bodyLength, 77u);
 
     // The panel shows the clock at the simulator's time: the digits are lit in red.
-    std::ifstream in("panel/P002.json");
-    const std::string json{std::istreambuf_iterator<char>(in), {}};
+    const std::string json = text_file("panel/P002.json");
     EXPECT_NE(json.find("\"time\": \"2026-11-15 12:34:56\""), std::string::npos) << json;
     sim::Rgb canvas{kScreenW, kScreenH, std::vector<uint32_t>(kScreenW * kScreenH, 0)};
     sim::paint_clock(canvas, mode, sim::panel_area(r.program->areas[0]), *options.clockTime);

@@ -29,9 +29,7 @@ TEST_F(TimeoutTest, SilentControllerFailsAfterFiveSecondsAndKeepsTheSocket) {
     start_sim();
     TK_Client client;
     ASSERT_EQ(client.init("127.0.0.1", port()), 0);
-    sim::Faults f;
-    f.silent = true;
-    sim().set_faults(f);
+    sim().set_faults({.silent = true});
     uint8_t answer[kPingCapacity] = {};
     const auto start = Clock::now();
     EXPECT_EQ(cmd_ping(client, answer), -1);

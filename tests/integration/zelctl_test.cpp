@@ -10,14 +10,13 @@
 #include <nlohmann/json.hpp>
 #include <poll.h>
 #include <pty.h>
-#include <sstream>
 #include <string>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
-#include "sim/app/panel_hook.h"
+#include "program_road.h"
 #include "sim/panel/dynamic_decoder.h"
 #include "sim/protocol/sim_control.h"
 #include "sim/protocol/sim_files.h"
@@ -36,18 +35,11 @@ struct Outcome {
     std::string err;
 };
 
-std::string slurp(const fs::path &p) {
-    std::ifstream in(p, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
 // Runs zelctl with its output in pipes (files here), as a script would.
 Outcome zelctl(const std::string &args) {
     const std::string cmd = std::string(ZELCTL_PATH) + " " + args + " >out.txt 2>err.txt </dev/null";
     const int raw = std::system(cmd.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, slurp("out.txt"), slurp("err.txt")};
+    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, text_file("out.txt"), text_file("err.txt")};
 }
 
 // Runs zelctl on a pseudo-terminal, as at a person's terminal: everything it writes, both
@@ -152,9 +144,7 @@ TEST_F(ZelctlTest, ExitStatusSaysWhatFailed) {
 
     // A controller error code passes through: the simulator acknowledges with code 9.
     start_sim(0x0051);
-    sim::Faults faults;
-    faults.errorCode = 9;
-    sim().set_faults(faults);
+    sim().set_faults({.errorCode = 9});
     r = zelctl(at() + " power off");
     EXPECT_EQ(r.status, 9);
     EXPECT_NE(r.err.find("error code 9"), std::string::npos) << r.err;
@@ -173,20 +163,11 @@ TEST_F(ZelctlTest, ExitStatusSaysWhatFailed) {
 // The example description: a text area, a picture area, a digital and an analog clock.
 const fs::path kExample = fs::path(ZEL_SOURCE_DIR) / "examples/zelctl/car-park.json";
 
-sim::PanelOptions panel_in(const std::string &folder) {
-    sim::PanelOptions panel;
-    panel.folder = folder;
-    panel.width = 128;
-    panel.height = 64;
-    panel.colorMode = 2;
-    return panel;
-}
-
 TEST_F(ZelctlTest, SendsAJsonProgramThatThePanelShows) {
     for (const uint16_t type : {uint16_t{0x0051}, uint16_t{0x0063}}) {
         SCOPED_TRACE(type);
         const std::string folder = "panel-" + std::to_string(type);
-        sim::install_panel_output(start_sim(type), panel_in(folder));
+        sim::install_panel_output(start_sim(type), panel_in(folder.c_str(), 128, 64, 2));
         const Outcome r = zelctl(at() + " send-program --json " + kExample.string());
         ASSERT_EQ(r.status, 0) << r.out << r.err;
         const json answer = json::parse(r.out);
@@ -201,7 +182,7 @@ TEST_F(ZelctlTest, SendsAJsonProgramThatThePanelShows) {
         EXPECT_EQ(landed->bytes.size(), answer["files"][0]["bytes"].get<std::size_t>());
 
         ASSERT_TRUE(fs::exists(folder + "/P007-panel.png"));
-        const json shown = json::parse(slurp(folder + "/P007.json"));
+        const json shown = json::parse(text_file((folder + "/P007.json").c_str()));
         ASSERT_FALSE(shown.contains("error")) << shown.dump();
         // The example's four areas, in its order: two text and picture areas, two clocks.
         ASSERT_EQ(shown["areas"].size(), 4u);

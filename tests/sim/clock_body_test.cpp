@@ -4,8 +4,8 @@
 
 #include <set>
 #include <utility>
-#include <zlib.h>
 
+#include "hand_made.h"
 #include "sdk/bytes.h"
 #include "sim/panel/clock_body.h"
 #include "sim/panel/clock_painter.h"
@@ -16,12 +16,6 @@ namespace zel::sim {
 namespace {
 
 using test::hex;
-
-void close_with_crc(std::vector<uint8_t> &file) {
-    const auto crc = static_cast<uint32_t>(crc32(0L, file.data(), static_cast<uInt>(file.size())));
-    for (int i = 0; i < 4; ++i)
-        file.push_back(static_cast<uint8_t>(crc >> (8 * i)));
-}
 
 void program_head(ByteWriter &f, uint8_t areas) {
     f.bytes(hex("00 50303039 00 00 01 0000 FF FFFF 12 12 FFFF 12 12")); // "P009"

@@ -1,8 +1,7 @@
 // The simulator's reader of G6 program and data files, fed with files laid out by hand.
 #include <gtest/gtest.h>
 
-#include <zlib.h>
-
+#include "hand_made.h"
 #include "sdk/bytes.h"
 #include "sim/panel/panel_png_g6.h"
 #include "sim/panel/program_decoder_g6.h"
@@ -12,12 +11,6 @@ namespace zel::sim {
 namespace {
 
 using test::hex;
-
-void close_with_crc(std::vector<uint8_t> &file) {
-    const auto crc = static_cast<uint32_t>(crc32(0L, file.data(), static_cast<uInt>(file.size())));
-    for (int i = 0; i < 4; ++i)
-        file.push_back(static_cast<uint8_t>(crc >> (8 * i)));
-}
 
 std::vector<uint8_t> program_head(const char *name, uint8_t background, uint8_t count) {
     ByteWriter f;

@@ -26,21 +26,34 @@ std::vector<uint8_t> ack_frame() {
 // Zero data of n bytes packs without escapes into a version 240 frame of n + 27 bytes.
 constexpr std::size_t kFrameOverhead = 27;
 
+// Sends one frame of `data` by the short form or the large one.
+int32_t send_1k(ScriptedPeer &peer, bool large, const std::vector<uint8_t> &data) {
+    uint8_t answer[16] = {};
+    uint16_t capacity = 0;
+    return large ? peer.send_recv_cmd_1K_large(0xA7, 0x00, data.data(),
+                                               static_cast<uint32_t>(data.size()), answer, capacity)
+                 : peer.send_recv_cmd_1K(0xA7, 0x00, data.data(),
+                                         static_cast<uint16_t>(data.size()), answer, capacity);
+}
+
 TEST(DynamicExchange, SendsTheFrameInPiecesOf1024) {
     struct Case {
+        bool large;
         std::size_t frameLen;
         std::vector<std::size_t> sizes;
     };
-    for (const Case &c : {Case{1023, {1023}}, Case{1025, {1024, 1}}, Case{2047, {1024, 1023}}}) {
+    std::vector<std::size_t> forty(40, 1024); // 40961 bytes: beyond what 16 bits could say
+    forty.push_back(1);
+    const Case cases[] = {
+        {false, 1023, {1023}},      {false, 1025, {1024, 1}},      {false, 2047, {1024, 1023}},
+        {true, 2048, {1024, 1024}}, {true, 2049, {1024, 1024, 1}}, {true, 40961, forty},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.frameLen);
         ScriptedPeer peer;
         peer.answers.push_back(ack_frame());
-        const std::vector<uint8_t> data(c.frameLen - kFrameOverhead, 0);
-        uint8_t answer[16] = {};
-        uint16_t capacity = 0;
-        EXPECT_EQ(peer.send_recv_cmd_1K(0xA7, 0x00, data.data(), static_cast<uint16_t>(data.size()),
-                                        answer, capacity),
-                  0);
-        EXPECT_EQ(peer.send_sizes(), c.sizes) << c.frameLen;
+        EXPECT_EQ(send_1k(peer, c.large, std::vector<uint8_t>(c.frameLen - kFrameOverhead, 0)), 0);
+        EXPECT_EQ(peer.send_sizes(), c.sizes);
         const std::vector<uint8_t> sent = peer.sent_bytes();
         ASSERT_EQ(sent.size(), c.frameLen);
         EXPECT_EQ(std::vector<uint8_t>(sent.begin(), sent.begin() + 13),
@@ -51,98 +64,46 @@ TEST(DynamicExchange, SendsTheFrameInPiecesOf1024) {
     }
 }
 
-TEST(DynamicExchange, LargeFormSendsWholeChunksThenTheRest) {
-    struct Case {
-        std::size_t frameLen;
-        std::vector<std::size_t> sizes;
-    };
-    // 40961 bytes: far beyond what a 16-bit length could say.
-    for (const Case &c : {Case{2048, {1024, 1024}}, Case{2049, {1024, 1024, 1}},
-                          Case{40961, std::vector<std::size_t>(40, 1024)}}) {
-        ScriptedPeer peer;
-        peer.answers.push_back(ack_frame());
-        const std::vector<uint8_t> data(c.frameLen - kFrameOverhead, 0);
-        std::vector<std::size_t> expected = c.sizes;
-        if (c.frameLen == 40961) expected.push_back(1);
-        uint8_t answer[16] = {};
-        uint16_t capacity = 0;
-        EXPECT_EQ(peer.send_recv_cmd_1K_large(0xA7, 0x00, data.data(),
-                                              static_cast<uint32_t>(data.size()), answer, capacity),
-                  0);
-        EXPECT_EQ(peer.send_sizes(), expected) << c.frameLen;
-        EXPECT_EQ(peer.sent_bytes().size(), c.frameLen);
-    }
-}
-
 TEST(DynamicExchange, FrameOf32768BytesSendsNothingAndWaitsForAnAnswer) {
     ScriptedPeer peer; // no answer: recv fails
-    const std::vector<uint8_t> data(32768 - kFrameOverhead, 0);
-    uint8_t answer[16] = {};
-    uint16_t capacity = 0;
     test::StdoutCapture out;
-    EXPECT_EQ(peer.send_recv_cmd_1K(0xA7, 0x00, data.data(), static_cast<uint16_t>(data.size()),
-                                    answer, capacity),
-              -1);
+    EXPECT_EQ(send_1k(peer, false, std::vector<uint8_t>(32768 - kFrameOverhead, 0)), -1);
     EXPECT_EQ(out.text(), "Recv failed. nTotalLen ======= 0 \n");
     EXPECT_TRUE(peer.sends.empty());
     EXPECT_EQ(peer.timeouts, std::vector<uint32_t>{5});
 }
 
 TEST(DynamicExchange, FailuresNameWhereTheyHappened) {
-    const std::vector<uint8_t> data(2049 - kFrameOverhead, 0);
-    uint8_t answer[16] = {};
-    uint16_t capacity = 0;
-    {
+    Answer refused; // an acknowledge with error code 7 fails the unpack step
+    refused.group = 0xA0;
+    refused.code = 0x01;
+    refused.errorCode = 7;
+    struct Case {
+        bool large;
+        int failSendAt; // -1: every send goes through
+        bool answered;  // with the refusal; otherwise recv fails
+        int32_t result;
+        const char *console;
+    };
+    const Case cases[] = {
+        {false, 1, false, -1,
+         "Send failed!!!!!!!!!!!!!!!!!!!!!!!!!!!!!! have sent bytes = nTotalLen = 1024 !\n"},
+        {true, 1, false, -1,
+         "Send failed!!!!!!!!!!!!!!!!!!!!!!!!!!!!!! have sent bytes = 1024 !\n"},
+        {true, 2, false, -1,
+         "Send failed, at nRemainder !!!!!!!!!!!!!!!!!!!!!!!!!!!!! will sent bytes = 1 !\n"},
+        {true, -1, false, -1, "Recv failed. nTotalLen ======= 0 \n"}, // the large form says 0
+        {false, -1, true, 7, "Unpack failed. nTotalLen ======= 2049 \n"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.console);
         ScriptedPeer peer;
-        peer.failSendAt = 1;
+        peer.failSendAt = c.failSendAt;
+        if (c.answered) peer.answers.push_back(refused.frame());
         test::StdoutCapture out;
-        EXPECT_EQ(peer.send_recv_cmd_1K(0xA7, 0, data.data(), static_cast<uint16_t>(data.size()),
-                                        answer, capacity),
-                  -1);
-        EXPECT_EQ(out.text(), "Send failed!!!!!!!!!!!!!!!!!!!!!!!!!!!!!! have sent bytes = "
-                              "nTotalLen = 1024 !\n");
-        EXPECT_TRUE(peer.timeouts.empty());
-    }
-    {
-        ScriptedPeer peer;
-        peer.failSendAt = 1;
-        test::StdoutCapture out;
-        EXPECT_EQ(peer.send_recv_cmd_1K_large(0xA7, 0, data.data(),
-                                              static_cast<uint32_t>(data.size()), answer, capacity),
-                  -1);
-        EXPECT_EQ(out.text(),
-                  "Send failed!!!!!!!!!!!!!!!!!!!!!!!!!!!!!! have sent bytes = 1024 !\n");
-    }
-    {
-        ScriptedPeer peer;
-        peer.failSendAt = 2;
-        test::StdoutCapture out;
-        EXPECT_EQ(peer.send_recv_cmd_1K_large(0xA7, 0, data.data(),
-                                              static_cast<uint32_t>(data.size()), answer, capacity),
-                  -1);
-        EXPECT_EQ(out.text(), "Send failed, at nRemainder !!!!!!!!!!!!!!!!!!!!!!!!!!!!! will "
-                              "sent bytes = 1 !\n");
-    }
-    {
-        ScriptedPeer peer; // the large form reports 0 as its count
-        test::StdoutCapture out;
-        EXPECT_EQ(peer.send_recv_cmd_1K_large(0xA7, 0, data.data(),
-                                              static_cast<uint32_t>(data.size()), answer, capacity),
-                  -1);
-        EXPECT_EQ(out.text(), "Recv failed. nTotalLen ======= 0 \n");
-    }
-    {
-        ScriptedPeer peer; // an acknowledge with error code 7 fails the unpack step
-        Answer a;
-        a.group = 0xA0;
-        a.code = 0x01;
-        a.errorCode = 7;
-        peer.answers.push_back(a.frame());
-        test::StdoutCapture out;
-        EXPECT_EQ(peer.send_recv_cmd_1K(0xA7, 0, data.data(), static_cast<uint16_t>(data.size()),
-                                        answer, capacity),
-                  7);
-        EXPECT_EQ(out.text(), "Unpack failed. nTotalLen ======= 2049 \n");
+        EXPECT_EQ(send_1k(peer, c.large, std::vector<uint8_t>(2049 - kFrameOverhead, 0)), c.result);
+        EXPECT_EQ(out.text(), c.console);
+        if (c.failSendAt >= 0) EXPECT_TRUE(peer.timeouts.empty());
     }
 }
 
