@@ -106,7 +106,8 @@ TEST_F(FaultMatrix, Tcp) {
                                                                 "wait 5000 timed out", "sleep 10"}));
         } else if (what == "refused connect") {
             ZelPingRecord record{};
-            EXPECT_EQ(zelDual_cmd_tcpPing(kHost, test::closed_port(), &record), c.result);
+            const test::ClosedPort closed;
+            EXPECT_EQ(zelDual_cmd_tcpPing(kHost, closed.port(), &record), c.result);
         } else if (what == "closed mid-transfer") {
             const std::vector<uint8_t> image(3072, 0x42);
             EXPECT_EQ(zelDual_cmd_ofsWriteFile(kHost, port(), "P009", 0, 3072, 1, image.data()),

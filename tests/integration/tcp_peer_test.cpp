@@ -51,7 +51,8 @@ TEST_F(TcpPeerTest, InitLearnsTheDeviceTypeAndRefusalsKeepTheSocket) {
 TEST_F(TcpPeerTest, RefusedConnectFailsWithItsConsoleLine) {
     test::StdoutCapture out;
     TcpPeer peer;
-    EXPECT_EQ(peer.connect("127.0.0.1", test::closed_port(), 5), -1);
+    const test::ClosedPort closed;
+    EXPECT_EQ(peer.connect("127.0.0.1", closed.port(), 5), -1);
     EXPECT_FALSE(peer.connected());
     EXPECT_EQ(out.text(), "TCP connect to select to FD_ISSET failed! ip=127.0.0.1 \n");
 }

@@ -125,18 +125,9 @@ TEST_F(ZelctlTest, PingsAndSetsTheClockOfAZone) {
 }
 
 TEST_F(ZelctlTest, ExitStatusSaysWhatFailed) {
-    // A port bound but not listening: the connection is refused, the library's -1 is status
-    // 101. The socket keeps the port for the run, so no other process can take it meanwhile.
-    int s = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ASSERT_EQ(::bind(s, reinterpret_cast<sockaddr *>(&a), sizeof a), 0);
-    socklen_t len = sizeof a;
-    ::getsockname(s, reinterpret_cast<sockaddr *>(&a), &len);
-    const int closedPort = ntohs(a.sin_port);
-    Outcome r = zelctl("--host 127.0.0.1 --port " + std::to_string(closedPort) + " ping --json");
-    ::close(s);
+    // Nothing listens: the connection is refused, the library's -1 is status 101.
+    Outcome r = zelctl("--host 127.0.0.1 --port " + std::to_string(test::ClosedPort().port()) +
+                       " ping --json");
     EXPECT_EQ(r.status, 101);
     const json answer = json::parse(r.out);
     EXPECT_EQ(answer["result"], -1);

@@ -15,19 +15,30 @@
 
 namespace zel::test {
 
-// A loopback port where nothing listens: bound once to learn a free number, then closed.
-inline uint16_t closed_port() {
-    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in sa{};
-    sa.sin_family = AF_INET;
-    sa.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ::bind(fd, reinterpret_cast<sockaddr *>(&sa), sizeof sa);
-    socklen_t len = sizeof sa;
-    ::getsockname(fd, reinterpret_cast<sockaddr *>(&sa), &len);
-    ::close(fd);
-    return ntohs(sa.sin_port);
-}
+// A loopback port where nothing listens: a socket bound to it that never listens, so that a
+// connection is refused, and no other process can take the number while the object lives.
+class ClosedPort {
+  public:
+    ClosedPort() : m_fd(::socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in sa{};
+        sa.sin_family = AF_INET;
+        sa.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t len = sizeof sa;
+        if (::bind(m_fd, reinterpret_cast<sockaddr *>(&sa), sizeof sa) == 0 &&
+            ::getsockname(m_fd, reinterpret_cast<sockaddr *>(&sa), &len) == 0)
+            m_port = ntohs(sa.sin_port);
+        EXPECT_NE(m_port, 0) << "no loopback port to hold";
+    }
+    ~ClosedPort() { ::close(m_fd); }
+    ClosedPort(const ClosedPort &) = delete;
+    ClosedPort &operator=(const ClosedPort &) = delete;
 
+    uint16_t port() const { return m_port; }
+
+  private:
+    int m_fd;
+    uint16_t m_port = 0;
+};
 
 inline sim::Config loopback_config(uint16_t controllerType = 0x0051, bool serial = false) {
     sim::Config config;
