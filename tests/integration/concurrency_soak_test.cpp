@@ -8,9 +8,9 @@
 #include <array>
 #include <atomic>
 #include <barrier>
-#include <cstring>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <dirent.h>
 #include <functional>
 #include <memory>
@@ -163,8 +163,7 @@ struct Host {
         expect(zelDual_cmd_ofsWriteFile(kHost, port(), name, 0, static_cast<uint32_t>(image.size()),
                                         1, image.data()) == 0,
                round, "file write failed");
-        const auto file =
-            sim::file_system(*sim).find(sim::FileSpace::Ofs, sim::file_name(name));
+        const auto file = sim::file_system(*sim).find(sim::FileSpace::Ofs, sim::file_name(name));
         expect(file && file->bytes == image, round, "file arrived changed");
         expect_commands(round, 4, "file write");
     }
@@ -190,10 +189,10 @@ struct Host {
         style.verticalAlign = 1;
         const ZelFrameHeader_G5 frame{};
         const std::string text = std::to_string(index);
-        expect(zelDual_dynamicArea_AddAreaWithTxt_5G(
-                   kHost, port(), ZEL_SCREEN_ONE_COLOR, area_number(), 0, 5, 1, 0, nullptr, 0,
-                   area_x(), 0, 64, 32, frame, 1, 1, 1, 300, 1, style, test::kDejaVu,
-                   text.c_str()) == 0,
+        expect(zelDual_dynamicArea_AddAreaWithTxt_5G(kHost, port(), ZEL_SCREEN_ONE_COLOR,
+                                                     area_number(), 0, 5, 1, 0, nullptr, 0,
+                                                     area_x(), 0, 64, 32, frame, 1, 1, 1, 300, 1,
+                                                     style, test::kDejaVu, text.c_str()) == 0,
                round, "dynamic push failed");
         auto got = dynamic_data();
         if (got.size() != 1) {
@@ -203,22 +202,22 @@ struct Host {
             // head of 17 bytes ahead of 256 bytes make 9 + 24 + 17 + 256.
             const std::vector<uint8_t> &d = got[0];
             const auto u16 = [&d](std::size_t at) { return d[at] | (d[at + 1] << 8); };
-            const bool head = d.size() == 306 && d[0] == 1 && d[1] == kGroupDynamic &&
-                              d[2] == 0 && u16(5) == 297 && u16(7) == 0 && d[9] == area_number() &&
+            const bool head = d.size() == 306 && d[0] == 1 && d[1] == kGroupDynamic && d[2] == 0 &&
+                              u16(5) == 297 && u16(7) == 0 && d[9] == area_number() &&
                               u16(11) == 5 && d[13] == 1 && d[21] == 16;
             expect(head, round, "dynamic push arrived with another head");
-            expect(head && u16(22) == area_x() && u16(24) == 0 && u16(26) == 64 &&
-                       u16(28) == 32 && d[30] == 0 && u16(31) == 1,
+            expect(head && u16(22) == area_x() && u16(24) == 0 && u16(26) == 64 && u16(28) == 32 &&
+                       d[30] == 0 && u16(31) == 1,
                    round, "dynamic push arrived with another area");
         }
         expect_commands(round, 2, "dynamic push"); // its ping and the area
         if (turn % kDeleteEvery != 0) return;
-        expect(zelDual_dynamicArea_DelArea_5G(kHost, port(),
-                                              static_cast<int8_t>(area_number())) == 0,
+        expect(zelDual_dynamicArea_DelArea_5G(kHost, port(), static_cast<int8_t>(area_number())) ==
+                   0,
                round, "dynamic delete failed");
         got = dynamic_data();
-        expect(got.size() == 1 && got[0] == std::vector<uint8_t>{1, kGroupDynamic, 1, 0, 0, 1,
-                                                                 area_number()},
+        expect(got.size() == 1 &&
+                   got[0] == std::vector<uint8_t>{1, kGroupDynamic, 1, 0, 0, 1, area_number()},
                round, "dynamic delete arrived changed");
         expect_commands(round, 1, "dynamic delete");
     }

@@ -10,8 +10,8 @@
 
 #include "commands_fixture.h"
 #include "sim/protocol/sim_control.h"
-#include "support/fake_clock.h"
 #include "support/capture.h"
+#include "support/fake_clock.h"
 #include "support/hex.h"
 #include "zel_sdk_dual.h"
 

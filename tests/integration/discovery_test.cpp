@@ -6,8 +6,8 @@
 
 #include "commands/discovery.h"
 #include "sim/protocol/handlers_network.h"
-#include "support/fake_clock.h"
 #include "support/capture.h"
+#include "support/fake_clock.h"
 #include "support/hex.h"
 #include "support/sim_fixture.h"
 #include "zel_sdk_dual.h"

@@ -102,8 +102,8 @@ TEST_F(FaultMatrix, Tcp) {
             EXPECT_EQ(cmd_ping(client, answer), c.result);
             EXPECT_TRUE(client.connected()) << "a time-out leaves the socket open";
             client.close();
-            EXPECT_EQ(clock.events(), (std::vector<std::string>{"wait 3000 ready",
-                                                                "wait 5000 timed out", "sleep 10"}));
+            EXPECT_EQ(clock.events(), (std::vector<std::string>{
+                                          "wait 3000 ready", "wait 5000 timed out", "sleep 10"}));
         } else if (what == "refused connect") {
             ZelPingRecord record{};
             const test::ClosedPort closed;

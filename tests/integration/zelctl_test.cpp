@@ -37,7 +37,8 @@ struct Outcome {
 
 // Runs zelctl with its output in pipes (files here), as a script would.
 Outcome zelctl(const std::string &args) {
-    const std::string cmd = std::string(ZELCTL_PATH) + " " + args + " >out.txt 2>err.txt </dev/null";
+    const std::string cmd =
+        std::string(ZELCTL_PATH) + " " + args + " >out.txt 2>err.txt </dev/null";
     const int raw = std::system(cmd.c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, text_file("out.txt"), text_file("err.txt")};
 }
@@ -49,7 +50,8 @@ Outcome zelctl_on_terminal(const std::vector<std::string> &args) {
     const pid_t pid = ::forkpty(&master, nullptr, nullptr, nullptr);
     if (pid == 0) {
         std::vector<char *> argv{const_cast<char *>(ZELCTL_PATH)};
-        for (const auto &a : args) argv.push_back(const_cast<char *>(a.c_str()));
+        for (const auto &a : args)
+            argv.push_back(const_cast<char *>(a.c_str()));
         argv.push_back(nullptr);
         ::execv(ZELCTL_PATH, argv.data());
         ::_exit(127);
@@ -183,7 +185,8 @@ TEST_F(ZelctlTest, SendsAJsonProgramThatThePanelShows) {
             EXPECT_EQ(shown["areas"][i]["rect"]["x"], xs[i]) << i;
             EXPECT_EQ(shown["areas"][i]["rect"]["y"], ys[i]) << i;
         }
-        for (int i = 0; i < 4; ++i) EXPECT_TRUE(fs::exists(folder + "/P007-area" + std::to_string(i) + "-page0.png")) << i;
+        for (int i = 0; i < 4; ++i)
+            EXPECT_TRUE(fs::exists(folder + "/P007-area" + std::to_string(i) + "-page0.png")) << i;
         // The working folder stays clean: the library's debugging pictures went elsewhere.
         EXPECT_FALSE(fs::exists("dataFantx.bin"));
         EXPECT_FALSE(fs::exists("0.png"));
@@ -193,8 +196,8 @@ TEST_F(ZelctlTest, SendsAJsonProgramThatThePanelShows) {
 TEST_F(ZelctlTest, ShowsAProgressBarOnATerminalOnly) {
     start_sim(sim::Config(loopback_config(0x0051, true)));
     const std::string line = sim().serial_path();
-    const std::vector<std::string> args = {"--serial", line, "--speed", "57600", "send-program",
-                                           kExample.string()};
+    const std::vector<std::string> args = {"--serial", line,           "--speed",
+                                           "57600",    "send-program", kExample.string()};
     const Outcome tty = zelctl_on_terminal(args);
     ASSERT_EQ(tty.status, 0) << tty.out;
     EXPECT_NE(tty.out.find("P007 ["), std::string::npos) << tty.out;
@@ -202,7 +205,8 @@ TEST_F(ZelctlTest, ShowsAProgressBarOnATerminalOnly) {
     EXPECT_NE(tty.out.find("P007 written"), std::string::npos) << tty.out;
 
     std::string joined;
-    for (const auto &a : args) joined += " '" + a + "'";
+    for (const auto &a : args)
+        joined += " '" + a + "'";
     const Outcome piped = zelctl(joined);
     ASSERT_EQ(piped.status, 0) << piped.err;
     EXPECT_EQ(piped.err.find('['), std::string::npos) << piped.err;

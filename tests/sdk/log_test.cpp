@@ -24,9 +24,9 @@ TEST(Log, LineLayoutForEveryLevelAndAnUnknownOne) {
     EXPECT_EQ(write_log(kLogError, "first"), 0);
     EXPECT_EQ(write_log(kLogDebug, "second"), 0);
     EXPECT_EQ(write_log(7, "third"), 0);
-    const std::string expected = std::string("^") + kStamp + R"( \[TEST\] \[ERROR   \] # DEMO # first\n)" +
-                                 kStamp + R"( \[TEST\] \[DEBUG   \] # DEMO # second\n)" + kStamp +
-                                 R"(# DEMO # third\n$)";
+    const std::string expected =
+        std::string("^") + kStamp + R"( \[TEST\] \[ERROR   \] # DEMO # first\n)" + kStamp +
+        R"( \[TEST\] \[DEBUG   \] # DEMO # second\n)" + kStamp + R"(# DEMO # third\n$)";
     EXPECT_TRUE(std::regex_match(read_log(), std::regex(expected))) << read_log();
 }
 

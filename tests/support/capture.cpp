@@ -16,7 +16,9 @@ StdoutCapture::StdoutCapture() {
     ::dup2(m_fileFd, STDOUT_FILENO);
 }
 
-StdoutCapture::~StdoutCapture() { stop(); }
+StdoutCapture::~StdoutCapture() {
+    stop();
+}
 
 void StdoutCapture::stop() {
     if (m_savedFd < 0) return;
