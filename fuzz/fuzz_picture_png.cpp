@@ -46,8 +46,8 @@ std::vector<uint8_t> with_chunk_crcs(const uint8_t *data, std::size_t size) {
         const std::size_t length = std::size_t{png[at]} << 24 | std::size_t{png[at + 1]} << 16 |
                                    std::size_t{png[at + 2]} << 8 | png[at + 3];
         if (length > png.size() - at - 12) break;
-        const auto crc = static_cast<uint32_t>(
-            crc32(0L, png.data() + at + 4, static_cast<uInt>(length + 4)));
+        const auto crc =
+            static_cast<uint32_t>(crc32(0L, png.data() + at + 4, static_cast<uInt>(length + 4)));
         for (std::size_t i = 0; i < 4; ++i)
             png[at + 8 + length + i] = static_cast<uint8_t>(crc >> (24 - 8 * i));
         at += length + 12;

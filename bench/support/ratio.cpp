@@ -120,7 +120,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
                                   ratio >= c.target ? "≥" : "MISSED", c.target);
                 else if (c.within > 0)
                     std::snprintf(target, sizeof target, "%s %s",
-                                  s - r <= c.within ? "≤" : "MISSED", format_time(c.within).c_str());
+                                  s - r <= c.within ? "≤" : "MISSED",
+                                  format_time(c.within).c_str());
                 const std::string difference =
                     (s < r ? "-" : "+") + format_time(s < r ? r - s : s - r);
                 std::printf("| %s | %s | %s | %s | %.2f× | %s | %s |\n",

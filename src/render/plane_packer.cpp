@@ -181,8 +181,8 @@ template <Rule rule> struct Avx2Kernel {
 
     // Dark words of 32 pixels, one per plane.
     __attribute__((target("avx2"))) static void dark_words(const uint8_t *p, uint32_t words[3]) {
-        dark_words(lit(p), lit(p + kGroupBytes), lit(p + 2 * kGroupBytes),
-                   lit(p + 3 * kGroupBytes), words);
+        dark_words(lit(p), lit(p + kGroupBytes), lit(p + 2 * kGroupBytes), lit(p + 3 * kGroupBytes),
+                   words);
     }
 
     __attribute__((target("avx2"))) static void
@@ -192,9 +192,8 @@ template <Rule rule> struct Avx2Kernel {
                    lit_edge(row, start + 3 * kGroupPixels, geo), words);
     }
 
-    __attribute__((target("avx2"))) static void dark_words(const Lit &l0, const Lit &l1,
-                                                           const Lit &l2, const Lit &l3,
-                                                           uint32_t words[3]) {
+    __attribute__((target("avx2"))) static void
+    dark_words(const Lit &l0, const Lit &l1, const Lit &l2, const Lit &l3, uint32_t words[3]) {
         constexpr std::size_t n = planes_of<rule>();
         words[0] = ~word(l0.plane1, l1.plane1, l2.plane1, l3.plane1);
         if constexpr (n > 1) words[1] = ~word(l0.plane2, l1.plane2, l2.plane2, l3.plane2);

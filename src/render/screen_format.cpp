@@ -1,7 +1,7 @@
 #include "render/screen_format.h"
 
-#include "sdk/screen_globals.h"
 #include "render/area.h"
+#include "sdk/screen_globals.h"
 
 namespace zel {
 

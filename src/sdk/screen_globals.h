@@ -19,7 +19,6 @@
 
 namespace zel {
 
-
 // Colour class of the screen. Passed by value through the C interface and stored as it comes,
 // even outside 1 to 4, hence the fixed 32-bit underlying type.
 enum E_ScreenColor_G56 : int32_t {

@@ -60,11 +60,12 @@ std::vector<uint8_t> read_local(const std::string &path) {
 }
 
 // Writes one file to the controller's ordinary (or configuration) file space, with a bar.
-int32_t write_file(Context &c, const std::string &name, uint8_t type, const std::vector<uint8_t> &data,
-                   bool conf) {
+int32_t write_file(Context &c, const std::string &name, uint8_t type,
+                   const std::vector<uint8_t> &data, bool conf) {
     const Target &t = c.options.target;
     const auto length = static_cast<uint32_t>(data.size());
-    const uint32_t block = conf ? 1024 : (c.options.packetLen ? c.options.packetLen : kDefaultPacketLen);
+    const uint32_t block =
+        conf ? 1024 : (c.options.packetLen ? c.options.packetLen : kDefaultPacketLen);
     const auto mode = static_cast<uint8_t>(c.options.mode);
     const auto write = [&]() -> int32_t {
         if (conf) {
@@ -74,11 +75,11 @@ int32_t write_file(Context &c, const std::string &name, uint8_t type, const std:
                                  : zelDual_cmd_confWriteFile(t.host.c_str(), t.port, name.c_str(),
                                                              type, length, mode, data.data());
         }
-        return t.is_serial() ? zelDual_cmd_uart_ofsWriteFile(t.serial.c_str(), t.speed_index(),
-                                                             name.c_str(), type, length, mode,
-                                                             data.data())
-                             : zelDual_cmd_ofsWriteFile(t.host.c_str(), t.port, name.c_str(), type,
-                                                        length, mode, data.data());
+        return t.is_serial()
+                   ? zelDual_cmd_uart_ofsWriteFile(t.serial.c_str(), t.speed_index(), name.c_str(),
+                                                   type, length, mode, data.data())
+                   : zelDual_cmd_ofsWriteFile(t.host.c_str(), t.port, name.c_str(), type, length,
+                                              mode, data.data());
     };
     return run_with_progress(name, wire_bytes_of_write(data.data(), length, block), length,
                              c.progress, write);
@@ -89,9 +90,8 @@ int32_t write_file(Context &c, const std::string &name, uint8_t type, const std:
 int32_t ping(Context &c) {
     const Target &t = c.options.target;
     ZelPingRecord record{};
-    const int32_t r = t.is_serial()
-                          ? zelDual_cmd_uart_searchController(&record, t.serial.c_str())
-                          : zelDual_cmd_tcpPing(t.host.c_str(), t.port, &record);
+    const int32_t r = t.is_serial() ? zelDual_cmd_uart_searchController(&record, t.serial.c_str())
+                                    : zelDual_cmd_tcpPing(t.host.c_str(), t.port, &record);
     if (r == 0) report_ping(c, record);
     return r;
 }
@@ -197,9 +197,9 @@ int32_t files_list(Context &c) {
     const Target &t = c.options.target;
     ZelDirectoryRecord dir{};
     dir.kindFilter = static_cast<uint8_t>(c.options.kind);
-    const int32_t r = t.is_serial()
-                          ? zelDual_cmd_uart_ofsReedDirBlock(t.serial.c_str(), t.speed_index(), &dir)
-                          : zelDual_cmd_ofsReedDirBlock(t.host.c_str(), t.port, &dir);
+    const int32_t r =
+        t.is_serial() ? zelDual_cmd_uart_ofsReedDirBlock(t.serial.c_str(), t.speed_index(), &dir)
+                      : zelDual_cmd_ofsReedDirBlock(t.host.c_str(), t.port, &dir);
     Json entries = Json::array();
     if (r == 0) {
         for (uint16_t i = 0; i < dir.count; ++i) {
@@ -207,7 +207,8 @@ int32_t files_list(Context &c) {
             if (zelDual_cmd_getFileAttr(&dir, i, entry) != 0) break;
             std::string name;
             for (int k = 0; k < 4; ++k)
-                name.push_back(entry[k] >= 0x20 && entry[k] < 0x7F ? static_cast<char>(entry[k]) : '.');
+                name.push_back(entry[k] >= 0x20 && entry[k] < 0x7F ? static_cast<char>(entry[k])
+                                                                   : '.');
             entries.push_back(Json{{"name", name}, {"entry", hex_bytes(entry, sizeof entry)}});
             c.report.say(name + "  " + hex_bytes(entry, sizeof entry));
         }
@@ -231,19 +232,19 @@ int32_t files_read(Context &c) {
                           : zelDual_cmd_confStartReedFile(t.host.c_str(), t.port, name.data(),
                                                           &first, &second);
         if (r != 0) return r;
-        r = t.is_serial() ? zelDual_cmd_uart_confReedFileBlock(t.serial.c_str(), t.speed_index(),
-                                                               name.c_str(), out.data())
-                          : zelDual_cmd_confReedFileBlock(t.host.c_str(), t.port, name.c_str(),
-                                                          out.data());
+        r = t.is_serial()
+                ? zelDual_cmd_uart_confReedFileBlock(t.serial.c_str(), t.speed_index(),
+                                                     name.c_str(), out.data())
+                : zelDual_cmd_confReedFileBlock(t.host.c_str(), t.port, name.c_str(), out.data());
     } else {
         r = t.is_serial() ? zelDual_cmd_uart_ofsStartReedFile(t.serial.c_str(), t.speed_index(),
                                                               name.data(), 0, 0)
                           : zelDual_cmd_ofsStartReedFile(t.host.c_str(), t.port, name.data(), 0, 0);
         if (r != 0) return r;
-        r = t.is_serial() ? zelDual_cmd_uart_ofsReedFileBlock(t.serial.c_str(), t.speed_index(),
-                                                              name.c_str(), out.data())
-                          : zelDual_cmd_ofsReedFileBlock(t.host.c_str(), t.port, name.c_str(),
-                                                         out.data());
+        r = t.is_serial()
+                ? zelDual_cmd_uart_ofsReedFileBlock(t.serial.c_str(), t.speed_index(), name.c_str(),
+                                                    out.data())
+                : zelDual_cmd_ofsReedFileBlock(t.host.c_str(), t.port, name.c_str(), out.data());
     }
     if (r == 0) c.report.say(name + ": read acknowledged; the controller sent no data");
     return r;
@@ -252,25 +253,26 @@ int32_t files_read(Context &c) {
 int32_t files_delete(Context &c) {
     const Target &t = c.options.target;
     std::string names;
-    for (const auto &n : c.options.names) names += file_name(n);
+    for (const auto &n : c.options.names)
+        names += file_name(n);
     const auto count = static_cast<uint16_t>(c.options.names.size());
     if (c.options.conf) {
-        return t.is_serial() ? zelDual_cmd_uart_confDeleteFormatFile(t.serial.c_str(), t.speed_index(),
-                                                                     count, names.c_str())
-                             : zelDual_cmd_confDeleteFormatFile(t.host.c_str(), t.port, count,
-                                                                names.c_str());
+        return t.is_serial()
+                   ? zelDual_cmd_uart_confDeleteFormatFile(t.serial.c_str(), t.speed_index(), count,
+                                                           names.c_str())
+                   : zelDual_cmd_confDeleteFormatFile(t.host.c_str(), t.port, count, names.c_str());
     }
-    return t.is_serial() ? zelDual_cmd_uart_ofsDeleteFormatFile(t.serial.c_str(), t.speed_index(),
-                                                                count, names.c_str())
-                         : zelDual_cmd_ofsDeleteFormatFile(t.host.c_str(), t.port, count,
-                                                           names.c_str());
+    return t.is_serial()
+               ? zelDual_cmd_uart_ofsDeleteFormatFile(t.serial.c_str(), t.speed_index(), count,
+                                                      names.c_str())
+               : zelDual_cmd_ofsDeleteFormatFile(t.host.c_str(), t.port, count, names.c_str());
 }
 
 int32_t files_write(Context &c) {
     const std::string name = file_name(c.options.names.at(0));
     const auto data = read_local(c.options.file);
-    const int32_t r = write_file(c, name, static_cast<uint8_t>(c.options.fileType), data,
-                                 c.options.conf);
+    const int32_t r =
+        write_file(c, name, static_cast<uint8_t>(c.options.fileType), data, c.options.conf);
     c.report.set("file", Json{{"name", name}, {"bytes", data.size()}});
     if (r == 0) c.report.say(name + " written, " + std::to_string(data.size()) + " bytes");
     return r;
@@ -352,15 +354,15 @@ int32_t delete_dynamic(Context &c, Family family) {
     const auto id = static_cast<uint8_t>(c.options.deleteArea);
     c.report.set("deleted", c.options.deleteArea == 255 ? Json("all") : Json(id));
     if (family == Family::G6) {
-        return t.is_serial() ? zelDual_dynamicArea_DelArea_6G_Serial(t.serial.c_str(),
-                                                                     t.speed_index(), id)
-                             : zelDual_dynamicArea_DelArea_6G(t.host.c_str(), t.port, id);
+        return t.is_serial()
+                   ? zelDual_dynamicArea_DelArea_6G_Serial(t.serial.c_str(), t.speed_index(), id)
+                   : zelDual_dynamicArea_DelArea_6G(t.host.c_str(), t.port, id);
     }
     // The G5 delete takes a signed number: 255 goes out as -1, every area.
     const auto number = static_cast<int8_t>(id);
-    return t.is_serial() ? zelDual_dynamicArea_DelArea_G5_Serial(t.serial.c_str(), t.speed_index(),
-                                                                 number)
-                         : zelDual_dynamicArea_DelArea_5G(t.host.c_str(), t.port, number);
+    return t.is_serial()
+               ? zelDual_dynamicArea_DelArea_G5_Serial(t.serial.c_str(), t.speed_index(), number)
+               : zelDual_dynamicArea_DelArea_5G(t.host.c_str(), t.port, number);
 }
 
 // Adds (or replaces) a dynamic area holding one text, or deletes one with --delete.
@@ -411,12 +413,13 @@ int32_t send_text(Context &c) {
         page.fontColor = colour;
         page.horizontalAlign = 1;
         page.verticalAlign = 1;
-        r = t.is_serial() ? zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(
-                                t.serial.c_str(), t.speed_index(), screen, area, &where, &page,
-                                font.c_str(), text.c_str())
-                          : zelDual_dynamicArea_AddAreaTxtDetails_6G(t.host.c_str(), t.port, screen,
-                                                                     area, &where, &page,
-                                                                     font.c_str(), text.c_str());
+        r = t.is_serial()
+                ? zelDual_dynamicArea_AddAreaTxtDetails_6G_Serial(t.serial.c_str(), t.speed_index(),
+                                                                  screen, area, &where, &page,
+                                                                  font.c_str(), text.c_str())
+                : zelDual_dynamicArea_AddAreaTxtDetails_6G(t.host.c_str(), t.port, screen, area,
+                                                           &where, &page, font.c_str(),
+                                                           text.c_str());
     } else {
         ZelTextStyleRecord style{};
         style.arrMode = 1;
@@ -432,14 +435,12 @@ int32_t send_text(Context &c) {
                 ? zelDual_dynamicArea_AddAreaWithTxt_5G_Serial(
                       t.serial.c_str(), t.speed_index(), screen, area, 0, kHeadWord, 1, 0, nullptr,
                       0, x, y, w, h, frame, effect, 0, 0, 0, 0, style, font.c_str(), text.c_str())
-                : zelDual_dynamicArea_AddAreaWithTxt_5G(t.host.c_str(), t.port, screen, area, 0,
-                                                        kHeadWord, 1, 0, nullptr, 0, x, y, w, h,
-                                                        frame, effect, 0, 0, 0, 0, style,
-                                                        font.c_str(), text.c_str());
+                : zelDual_dynamicArea_AddAreaWithTxt_5G(
+                      t.host.c_str(), t.port, screen, area, 0, kHeadWord, 1, 0, nullptr, 0, x, y, w,
+                      h, frame, effect, 0, 0, 0, 0, style, font.c_str(), text.c_str());
     }
     c.report.set("area", area);
-    if (r == 0)
-        c.report.say("dynamic area " + std::to_string(area) + " shows \"" + o.text + "\"");
+    if (r == 0) c.report.say("dynamic area " + std::to_string(area) + " shows \"" + o.text + "\"");
     return r;
 }
 
@@ -470,9 +471,7 @@ std::vector<CommandEntry> command_table() {
          none, ping},
         {"", "search",
          "Look for a controller: Wi-Fi module, access point, UDP broadcast (or the serial line)",
-         [](CLI::App &a, Options &o) {
-             a.add_flag("--udp", o.udp, "only a UDP broadcast ping");
-         },
+         [](CLI::App &a, Options &o) { a.add_flag("--udp", o.udp, "only a UDP broadcast ping"); },
          search},
         {"time", "get",
          "Show the time stamp `time set` sends now (the controllers have no command that reads "
@@ -486,8 +485,7 @@ std::vector<CommandEntry> command_table() {
              a.add_option("--tz", o.tz, "time zone, such as Asia/Shanghai or UTC")->required();
          },
          time_set},
-        {"time", "sync", "Set the controller's clock to this machine's local time", none,
-         time_set},
+        {"time", "sync", "Set the controller's clock to this machine's local time", none, time_set},
         {"", "brightness",
          "Send the 49-byte brightness table (the controller's own layout) as it stands",
          [](CLI::App &a, Options &o) {
@@ -500,8 +498,11 @@ std::vector<CommandEntry> command_table() {
         {"", "lock", "Lock or unlock the screen, or with --program a program",
          [](CLI::App &a, Options &o) {
              a.add_option("FIRST", o.first, "first lock byte (the controller's meaning)")
-                 ->required()->check(CLI::Range(0, 255));
-             a.add_option("SECOND", o.second, "second lock byte")->required()->check(CLI::Range(0, 255));
+                 ->required()
+                 ->check(CLI::Range(0, 255));
+             a.add_option("SECOND", o.second, "second lock byte")
+                 ->required()
+                 ->check(CLI::Range(0, 255));
              a.add_flag("--program", o.programLock, "lock a program instead of the screen");
              a.add_option("--id", o.lockId, "the program lock's four bytes, hexadecimal");
              a.add_option("--value", o.lockValue, "the program lock's 32-bit value");
@@ -520,9 +521,11 @@ std::vector<CommandEntry> command_table() {
         {"files", "write", "Write a local file to the controller, with a progress bar",
          [](CLI::App &a, Options &o) {
              a.add_option("NAME", o.names, "the file's name on the controller, four characters")
-                 ->required()->expected(1);
+                 ->required()
+                 ->expected(1);
              a.add_option("FILE", o.file, "the local file")->required();
-             a.add_option("--type", o.fileType, "file type byte (default 0)")->check(CLI::Range(0, 255));
+             a.add_option("--type", o.fileType, "file type byte (default 0)")
+                 ->check(CLI::Range(0, 255));
              a.add_option("--mode", o.mode, "write mode byte (default 1, overwrite)")
                  ->check(CLI::Range(0, 255));
              a.add_flag("--conf", o.conf, "the configuration file space");

@@ -52,7 +52,7 @@ struct Options {
     std::string color = "1";
     unsigned effect = 1;
     int deleteArea = -1; // -1: add a text; otherwise the area to delete (255: all of them)
-    std::string family; // "", "G5" or "G6"
+    std::string family;  // "", "G5" or "G6"
     std::string text;
     unsigned screenColor = 1;
 };

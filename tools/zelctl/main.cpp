@@ -26,7 +26,8 @@ void print_report(FILE *out, zelctl::Report &report, bool json) {
         const std::string text = report.data().dump(2) + "\n";
         std::fwrite(text.data(), 1, text.size(), out);
     } else {
-        for (const auto &line : report.lines()) std::fprintf(out, "%s\n", line.c_str());
+        for (const auto &line : report.lines())
+            std::fprintf(out, "%s\n", line.c_str());
     }
     std::fflush(out);
 }
@@ -56,8 +57,8 @@ int main(int argc, char **argv) {
     app.add_flag("--json", options.json, "answer as one JSON object on standard output");
     app.add_flag("--trace", options.trace, "show the library's console trace on standard error");
     app.add_flag("--no-progress", options.noProgress, "no progress bar, also on a terminal");
-    app.add_option("--packet-len", options.packetLen,
-                   "block size of file writes (default 1024)")->check(CLI::Range(16, 16000));
+    app.add_option("--packet-len", options.packetLen, "block size of file writes (default 1024)")
+        ->check(CLI::Range(16, 16000));
     add_commands(app, options, chosen);
     try {
         app.parse(argc, argv);
@@ -75,8 +76,7 @@ int main(int argc, char **argv) {
         TraceRedirect trace(options.trace);
         zelDual_InitSdk();
         if (options.packetLen != 0) zelDual_set_packetLen(options.packetLen);
-        Context context{options, report,
-                        !options.noProgress && ::isatty(STDERR_FILENO) == 1};
+        Context context{options, report, !options.noProgress && ::isatty(STDERR_FILENO) == 1};
         try {
             const bool local = chosen.name == "time get";
             if (!local && options.target.host.empty() == options.target.serial.empty())
@@ -106,7 +106,8 @@ int main(int argc, char **argv) {
         std::cerr << "zelctl: " << chosen.name << ": " << problem;
         if (result != 0) std::cerr << " (result " << result << ")";
         std::cerr << "\n";
-        for (const auto &line : libraryErrors) std::cerr << "zelctl: library: " << line << "\n";
+        for (const auto &line : libraryErrors)
+            std::cerr << "zelctl: library: " << line << "\n";
     }
     return status;
 }

@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iconv.h>
-#include <limits>
 #include <initializer_list>
+#include <limits>
 #include <map>
 
 #include "zel_sdk_dual.h"
@@ -25,13 +25,14 @@ void check_keys(const Json &object, std::initializer_list<const char *> known,
     if (!object.is_object()) throw ProgramError(where + ": an object was expected");
     for (const auto &item : object.items()) {
         bool found = false;
-        for (const char *k : known) found = found || item.key() == k;
+        for (const char *k : known)
+            found = found || item.key() == k;
         if (!found) throw ProgramError(where + ": unknown key \"" + item.key() + "\"");
     }
 }
 
-template <typename T> T number(const Json &object, const char *key, T fallback,
-                               const std::string &where) {
+template <typename T>
+T number(const Json &object, const char *key, T fallback, const std::string &where) {
     if (!object.contains(key)) return fallback;
     const Json &v = object.at(key);
     if (!v.is_number_integer()) throw ProgramError(where + ": \"" + key + "\" must be an integer");
@@ -44,7 +45,8 @@ template <typename T> T number(const Json &object, const char *key, T fallback,
 
 bool flag(const Json &object, const char *key, bool fallback, const std::string &where) {
     if (!object.contains(key)) return fallback;
-    if (!object.at(key).is_boolean()) throw ProgramError(where + ": \"" + key + "\" must be true or false");
+    if (!object.at(key).is_boolean())
+        throw ProgramError(where + ": \"" + key + "\" must be true or false");
     return object.at(key).get<bool>();
 }
 
@@ -74,8 +76,8 @@ uint32_t colour(const Json &object, const char *key, uint32_t fallback, const st
 }
 
 // Up to `size` raw bytes for the controller, as an array of numbers.
-template <std::size_t N> void raw_bytes(const Json &object, const char *key, uint8_t (&out)[N],
-                                        const std::string &where) {
+template <std::size_t N>
+void raw_bytes(const Json &object, const char *key, uint8_t (&out)[N], const std::string &where) {
     if (!object.contains(key)) return;
     const Json &v = object.at(key);
     if (!v.is_array() || v.size() > N)
@@ -174,10 +176,9 @@ TimeContentRecord Builder::time_content(const Json &c, const std::string &where)
 
 void Builder::text_area(uint16_t id, const Json &a, const std::string &where) {
     const bool hasFile = a.contains("fontFile");
-    const char *font = hasFile ? path(a, "fontFile", where)
-                               : keep(to_gbk(a.contains("font") ? text(a, "font", where)
-                                                                : kDefaultFont,
-                                             where));
+    const char *font =
+        hasFile ? path(a, "fontFile", where)
+                : keep(to_gbk(a.contains("font") ? text(a, "font", where) : kDefaultFont, where));
     if (a.contains("text")) {
         const char *body = keep(to_gbk(text(a, "text", where), where));
         if (m_g6) {
@@ -227,8 +228,8 @@ void Builder::text_area(uint16_t id, const Json &a, const std::string &where) {
         } else {
             uint8_t s[6] = {};
             raw_bytes(f, "settings", s, where + ".frame");
-            ZelFrameHeader_G5 header{1, s[0], s[1], s[2], s[3],
-                                     static_cast<uint16_t>(s[4] | (s[5] << 8))};
+            ZelFrameHeader_G5 header{1,    s[0], s[1],
+                                     s[2], s[3], static_cast<uint16_t>(s[4] | (s[5] << 8))};
             check(zelDual_program_picturesAreaAddFrame(id, &header, png),
                   "program_picturesAreaAddFrame", where + ".frame");
         }
@@ -253,14 +254,15 @@ void Builder::clock_area(uint16_t id, const Json &a, const std::string &where) {
     if (a.contains("digital")) {
         const Json &c = a.at("digital");
         const std::string at = where + ".digital";
-        check_keys(c, {"date", "week", "time", "font", "fontFile", "fontSize", "color",
-                       "multiLine", "align"},
-                   at);
+        check_keys(
+            c,
+            {"date", "week", "time", "font", "fontFile", "fontSize", "color", "multiLine", "align"},
+            at);
         TimeContentRecord t = time_content(c, at);
         const bool hasFile = c.contains("fontFile");
-        t.fontName = hasFile ? path(c, "fontFile", at)
-                             : keep(to_gbk(c.contains("font") ? text(c, "font", at) : kDefaultFont,
-                                           at));
+        t.fontName =
+            hasFile ? path(c, "fontFile", at)
+                    : keep(to_gbk(c.contains("font") ? text(c, "font", at) : kDefaultFont, at));
         if (m_g6) {
             check(hasFile ? zelDual_program_fontPath_timeAreaAddContent_G6(id, &t)
                           : zelDual_program_timeAreaAddContent_G6(id, &t),
@@ -411,8 +413,8 @@ BuiltProgram Builder::run() {
             ZelFrameParams_G6 params{s[0], s[1], {s[2], s[3], s[4]}, s[5]};
             check(zelDual_program_addFrame_G6(&params, png), "program_addFrame_G6", "frame");
         } else {
-            ZelFrameHeader_G5 header{1, s[0], s[1], s[2], s[3],
-                                     static_cast<uint16_t>(s[4] | (s[5] << 8))};
+            ZelFrameHeader_G5 header{1,    s[0], s[1],
+                                     s[2], s[3], static_cast<uint16_t>(s[4] | (s[5] << 8))};
             check(zelDual_program_addFrame(&header, png), "program_addFrame", "frame");
         }
     }
@@ -426,9 +428,10 @@ BuiltProgram Builder::run() {
         const auto kind = text(a, "type", where);
         const auto id = number<uint16_t>(a, "id", static_cast<uint16_t>(i + 1), where);
         if (kind == "text") {
-            check_keys(a, {"id", "type", "x", "y", "width", "height", "text", "font", "fontFile",
-                           "fontSize", "color", "bold", "italic", "multiLine", "align", "valign",
-                           "effect", "pageBytes", "pictures", "frame", "sound"},
+            check_keys(a, {"id",       "type",      "x",        "y",        "width",  "height",
+                           "text",     "font",      "fontFile", "fontSize", "color",  "bold",
+                           "italic",   "multiLine", "align",    "valign",   "effect", "pageBytes",
+                           "pictures", "frame",     "sound"},
                        where);
             add_area(id, 0, a, where);
             text_area(id, a, where);
@@ -438,8 +441,9 @@ BuiltProgram Builder::run() {
             clock_area(id, a, where);
         } else if (kind == "background") {
             if (!m_g6) throw ProgramError(where + ": a background needs a G6 program");
-            check_keys(a, {"id", "type", "x", "y", "width", "height", "color", "pictures",
-                           "effect", "pageBytes"},
+            check_keys(a,
+                       {"id", "type", "x", "y", "width", "height", "color", "pictures", "effect",
+                        "pageBytes"},
                        where);
             add_area(id, 11, a, where);
             background_area(id, a, where);
@@ -453,16 +457,20 @@ BuiltProgram Builder::run() {
         ZelProgramFile_G6 files{};
         check(zelDual_program_IntegrateProgramFile_G6(&files), "program_IntegrateProgramFile_G6",
               "program");
-        built.files.push_back({std::string(files.programFileName, 4), files.programFileType,
-                               {files.programFileData, files.programFileData + files.programFileLen}});
-        built.files.push_back({std::string(files.dataFileName, 4), files.dataFileType,
+        built.files.push_back(
+            {std::string(files.programFileName, 4),
+             files.programFileType,
+             {files.programFileData, files.programFileData + files.programFileLen}});
+        built.files.push_back({std::string(files.dataFileName, 4),
+                               files.dataFileType,
                                {files.dataFileData, files.dataFileData + files.dataFileLen}});
         zelDual_program_freeBuffer_G6(&files);
     } else {
         ZelProgramFile_G5 file{};
         check(zelDual_program_IntegrateProgramFile(&file), "program_IntegrateProgramFile",
               "program");
-        built.files.push_back({std::string(file.fileName, 4), file.fileType,
+        built.files.push_back({std::string(file.fileName, 4),
+                               file.fileType,
                                {file.fileData, file.fileData + file.fileLen}});
         zelDual_program_freeBuffer(&file);
     }
@@ -473,8 +481,15 @@ BuiltProgram Builder::run() {
 
 Family family_of(uint16_t controllerType) {
     switch (controllerType & 0xFF) {
-    case 0x58: case 0x62: case 0x63: case 0x64: case 0x66: case 0x74: return Family::G6;
-    default: return Family::G5;
+    case 0x58:
+    case 0x62:
+    case 0x63:
+    case 0x64:
+    case 0x66:
+    case 0x74:
+        return Family::G6;
+    default:
+        return Family::G5;
     }
 }
 

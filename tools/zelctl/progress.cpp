@@ -52,7 +52,8 @@ uint64_t wire_bytes_of_write(const uint8_t *data, uint32_t length, uint32_t pack
     const uint32_t block = std::max<uint32_t>(packetLen, 1);
     const uint64_t blocks = length == 0 ? 0 : (uint64_t{length} + block - 1) / block;
     uint64_t escapes = 0;
-    for (uint32_t i = 0; i < length; ++i) escapes += escaped(data[i]) ? 1 : 0;
+    for (uint32_t i = 0; i < length; ++i)
+        escapes += escaped(data[i]) ? 1 : 0;
     return kProbeBytes + kFrameBytes + kCommandBytes + kFileHeaderBytes +
            blocks * (kFrameBytes + kCommandBytes + kBlockHeaderBytes) + length + escapes;
 }
@@ -68,7 +69,8 @@ int32_t run_with_progress(const std::string &label, uint64_t expectedBytes, uint
         result = write();
         done = true;
     });
-    while (tid == 0) std::this_thread::yield();
+    while (tid == 0)
+        std::this_thread::yield();
     const long workerTid = tid;
     const int64_t start = written_by(workerTid);
     const auto began = std::chrono::steady_clock::now();

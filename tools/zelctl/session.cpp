@@ -8,22 +8,30 @@ namespace zelctl {
 
 int exit_status(int32_t result) {
     if (result == 0) return exit_code::kSuccess;
-    if (result > 0) return result < exit_code::kLargeControllerCode ? result
-                                                                  : exit_code::kLargeControllerCode;
+    if (result > 0)
+        return result < exit_code::kLargeControllerCode ? result : exit_code::kLargeControllerCode;
     if (result >= -5) return exit_code::kFailureBase - result;
     return exit_code::kFailureBase + 1; // the library has no other negative result
 }
 
 std::string describe_result(int32_t result) {
     switch (result) {
-    case 0: return "success";
-    case 1: return "the answer was longer than the room for it";
-    case -1: return "failure: no connection, no answer in time, or a bad frame";
-    case -2: return "the answer's header check failed";
-    case -3: return "the CRC-16 over the answer's body failed";
-    case -4: return "the answer's header version is unknown";
-    case -5: return "the answer was not the one expected";
-    default: break;
+    case 0:
+        return "success";
+    case 1:
+        return "the answer was longer than the room for it";
+    case -1:
+        return "failure: no connection, no answer in time, or a bad frame";
+    case -2:
+        return "the answer's header check failed";
+    case -3:
+        return "the CRC-16 over the answer's body failed";
+    case -4:
+        return "the answer's header version is unknown";
+    case -5:
+        return "the answer was not the one expected";
+    default:
+        break;
     }
     if (result > 0) return "the controller reported error code " + std::to_string(result);
     return "failure " + std::to_string(result);
@@ -63,7 +71,8 @@ std::vector<std::string> TraceRedirect::error_lines() const {
     std::string line;
     for (int c = std::fgetc(m_capture);; c = std::fgetc(m_capture)) {
         if (c == EOF || c == '\n') {
-            while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.pop_back();
+            while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
+                line.pop_back();
             if (line.rfind("Error", 0) == 0) lines.push_back(line);
             line.clear();
             if (c == EOF) break;

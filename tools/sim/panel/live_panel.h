@@ -32,8 +32,9 @@ class LivePanel {
     // Shows the live dynamic areas as they now stand over the program (a copy is kept).
     void show_dynamic(const LiveAreas &areas, const ScreenMode &mode);
 
-    // The panel image as it stands now: the program's panel with the dynamic areas over it. Every front end asks here, so that all of them show
-    // the same screen, whatever comes to be drawn on it.
+    // The panel image as it stands now: the program's panel with the dynamic areas over it. Every
+    // front end asks here, so that all of them show the same screen, whatever comes to be drawn on
+    // it.
     Rgb current_image() const;
 
     struct Shown {
