@@ -1,21 +1,35 @@
 #include "commands/dir_blocks.h"
 
+#include <algorithm>
+#include <bit>
+#include <cstring>
 #include <map>
+#include <memory>
 #include <mutex>
-#include <set>
+#include <new>
 #include <vector>
-
-#include "sdk/host_buffer.h"
 
 namespace zel::commands {
 namespace {
 
+// The smallest block made; a listing of up to four entries fits.
+constexpr std::size_t kSmallestBlock = 64;
+
+struct Block {
+    std::unique_ptr<uint8_t[]> bytes;
+    std::size_t capacity = 0;
+    std::size_t length = 0;
+    bool live = false;
+};
+
+// Blocks come in powers of two and are never given back to the allocator: a freed block waits
+// for the next listing of its size. Its address stays the library's, so it reads as freed until
+// a listing takes it again, and the registry holds no more blocks than the host ever held at
+// once in each size.
 struct Registry {
     std::mutex mutex;
-    std::map<const uint8_t *, std::size_t> live;
-    // Addresses freed and not handed out again since; the allocator may reuse them, and then
-    // they move back to `live`.
-    std::set<const uint8_t *> freed;
+    std::map<const uint8_t *, Block> blocks;
+    std::map<std::size_t, std::vector<uint8_t *>> idle; // by capacity
 };
 
 Registry &registry() {
@@ -26,35 +40,44 @@ Registry &registry() {
 } // namespace
 
 uint8_t *dir_block_alloc(std::size_t length) {
-    const std::vector<uint8_t> zeros(length, 0);
-    uint8_t *block = host_copy(zeros.data(), length);
-    if (block == nullptr) return nullptr;
+    const std::size_t capacity = std::bit_ceil(std::max(length, kSmallestBlock));
     Registry &r = registry();
     std::lock_guard lock(r.mutex);
-    r.freed.erase(block);
-    r.live[block] = length;
+    uint8_t *block = nullptr;
+    auto &waiting = r.idle[capacity];
+    if (!waiting.empty()) {
+        block = waiting.back();
+        waiting.pop_back();
+    } else {
+        std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[capacity]);
+        if (bytes == nullptr) return nullptr;
+        block = bytes.get();
+        r.blocks[block] = Block{std::move(bytes), capacity};
+    }
+    Block &b = r.blocks[block];
+    b.length = length;
+    b.live = true;
+    std::memset(block, 0, length);
     return block;
 }
 
 void dir_block_free(uint8_t *block) {
     Registry &r = registry();
     std::lock_guard lock(r.mutex);
-    const auto it = r.live.find(block);
-    if (it == r.live.end()) return;
-    r.live.erase(it);
-    r.freed.insert(block);
-    host_free(block);
+    const auto it = r.blocks.find(block);
+    if (it == r.blocks.end() || !it->second.live) return;
+    it->second.live = false;
+    r.idle[it->second.capacity].push_back(block);
 }
 
 DirBlockState dir_block_state(const uint8_t *block, std::size_t &length) {
     Registry &r = registry();
     std::lock_guard lock(r.mutex);
-    const auto it = r.live.find(block);
-    if (it != r.live.end()) {
-        length = it->second;
-        return DirBlockState::Live;
-    }
-    return r.freed.count(block) != 0 ? DirBlockState::Freed : DirBlockState::Unknown;
+    const auto it = r.blocks.find(block);
+    if (it == r.blocks.end()) return DirBlockState::Unknown;
+    if (!it->second.live) return DirBlockState::Freed;
+    length = it->second.length;
+    return DirBlockState::Live;
 }
 
 } // namespace zel::commands

@@ -1,6 +1,7 @@
-// The blocks of directory entries that a listing hands to the host. They are tracked while
-// they live, so that a block is freed once however often the host frees it, and so that an
-// entry is never read from a block that the library has already freed.
+// The blocks of directory entries that a listing hands to the host. The library keeps every
+// block it made, so that a block is freed once however often the host frees it, and so that an
+// entry is never read from a block that the host has already freed; a freed block is handed
+// out again by a later listing of its size.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +12,8 @@ namespace zel::commands {
 // A zeroed block of `length` bytes for the host, or null if the allocation failed.
 uint8_t *dir_block_alloc(std::size_t length);
 
-// Frees a block of dir_block_alloc; a block freed before, or one the library never made, is
-// left alone.
+// Takes back a block of dir_block_alloc for a later listing; a block taken back before, or one
+// the library never made, is left alone.
 void dir_block_free(uint8_t *block);
 
 enum class DirBlockState { Live, Freed, Unknown };

@@ -1,7 +1,7 @@
 // Memory that the library hands to the host and takes back through its free entries
-// (zelDual_program_freeBuffer, zelDual_program_freeBuffer_G6, the directory-block frees).
-// Everything handed out is made by host_copy and released by host_free, so that the pairs
-// always match.
+// (zelDual_program_freeBuffer, zelDual_program_freeBuffer_G6). Everything handed out there is
+// made by host_copy and released by host_free, so that the pairs always match. (Directory
+// blocks have a registry of their own: commands/dir_blocks.h.)
 #pragma once
 
 #include <cstddef>
