@@ -206,5 +206,38 @@ TEST_F(EncodeTest, MatchesThePositionByPositionEncoder) {
     EXPECT_EQ(compared, 40 * 6 * 6 * 3);
 }
 
+// A page larger than the core's caches takes the streaming path of the full-colour kernels;
+// their output starts wherever the host's buffer does, so every kind of start within a cache
+// line is tried.
+TEST_F(EncodeTest, LargeFullColourPagesMatchTheReferenceAtEveryOutputStart) {
+    constexpr uint32_t width = 1024, height = 300;
+    std::mt19937 rng(5);
+    std::vector<uint8_t> pixels(std::size_t{width} * height * 4);
+    for (auto &byte : pixels)
+        byte = static_cast<uint8_t>(rng());
+    const GammaTables tables = gamma();
+    test::ReferenceEncoder reference;
+    for (const uint32_t mode : {3u, 5u}) {
+        const auto expected = reference.encode(pixels, 0, width, height, 4, mode, 1, tables.red,
+                                               tables.green, tables.blue);
+        std::vector<uint8_t> buffer(expected.size() + 64);
+        for (const auto kernel : {planes::Kernel::Portable, planes::Kernel::Avx512}) {
+            if (!planes::kernel_supported(kernel)) continue;
+            for (const std::size_t start : {0, 1, 2, 30, 62, 63}) {
+                std::fill(buffer.begin(), buffer.end(), 0xEE);
+                uint8_t *out = buffer.data() + start;
+                if (mode == 3)
+                    planes::pack_565(kernel, pixels.data(), out, pixels.size() / 4, tables);
+                else
+                    planes::pack_888(kernel, pixels.data(), out, pixels.size() / 4);
+                ASSERT_TRUE(std::equal(expected.begin(), expected.end(), out))
+                    << "mode " << mode << " kernel " << static_cast<int>(kernel) << " start "
+                    << start;
+                EXPECT_EQ(out[expected.size()], 0xEE) << "nothing past the output";
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace zel
