@@ -1,6 +1,8 @@
 // The simulator's reader of G5 program files, fed with files laid out by hand.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "hand_made.h"
 #include "sdk/bytes.h"
 #include "sim/panel/panel_png.h"
@@ -177,6 +179,14 @@ TEST(ProgramDecoder, PixelLayoutsOfEveryScreenKind) {
     EXPECT_FALSE(decode_pixels(words, hex("FF FF FF"), 0, 32, 1));
     EXPECT_EQ(encoded_page_size(ScreenMode{0, 0, 1, 0, 1}, 5, 20, 1), 4u);
     EXPECT_EQ(encoded_page_size(ScreenMode{0, 0, 4, 0, 1}, 0, 20, 4), 0u);
+
+    // A full-colour screen of mode 4 carries no pixel bytes: a page is dark, and a size the file
+    // makes up stops at the screen (a fuzzed G6 clock background once asked for 5.9 GB).
+    img = decode_pixels(ScreenMode{96, 48, 4, 4, 1}, {}, 0, 65535, 22616);
+    ASSERT_TRUE(img);
+    EXPECT_EQ(img->width, 96u);
+    EXPECT_EQ(img->height, 48u);
+    EXPECT_EQ(std::count(img->pixels.begin(), img->pixels.end(), 0u), 96 * 48);
 }
 
 } // namespace

@@ -524,8 +524,15 @@ std::size_t encoded_page_size(const ScreenMode &mode, uint32_t left, uint32_t wi
 
 std::optional<Rgb> decode_pixels(const ScreenMode &mode, std::span<const uint8_t> bytes,
                                  uint32_t left, uint32_t width, uint32_t height) {
-    if (bytes.size() != encoded_page_size(mode, left, width, height)) {
+    const std::size_t size = encoded_page_size(mode, left, width, height);
+    if (bytes.size() != size) {
         return std::nullopt;
+    }
+    if (size == 0) {
+        // A screen kind that carries no pixel bytes shows its pages dark, whatever size the
+        // file claims for them: the image stops at the screen, beyond which nothing shows.
+        width = std::min(width, mode.width);
+        height = std::min(height, mode.height);
     }
     Rgb image{width, height, std::vector<uint32_t>(static_cast<std::size_t>(width) * height, 0)};
     if (planes_mode(mode)) {

@@ -118,7 +118,8 @@ std::size_t encoded_page_size(const ScreenMode &mode, uint32_t left, uint32_t wi
                               uint32_t height);
 
 // Turns encoded pixels back into an image of `width` x `height`. Empty when the byte count is
-// not the one the screen mode gives.
+// not the one the screen mode gives. A screen kind that carries no pixel bytes gives a dark
+// image no larger than the screen.
 std::optional<Rgb> decode_pixels(const ScreenMode &mode, std::span<const uint8_t> bytes,
                                  uint32_t left, uint32_t width, uint32_t height);
 
