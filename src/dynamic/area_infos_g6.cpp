@@ -3,8 +3,9 @@
 #include <algorithm>
 
 #include "program/screen_settings.h"
-#include "render/pictures_area.h"
+#include "render/encode.h"
 #include "render/pictures_area_frame.h"
+#include "render/screen_format.h"
 #include "sdk/console.h"
 #include "sdk/globals.h"
 #include "sdk/log.h"
@@ -41,15 +42,25 @@ int32_t learn_controller_type(const Target &target, InfosForm form, OpenPeer &li
     return ping;
 }
 
-// Encodes the frame strip on a temporary area at column 0. Empty optional when the PNG does
-// not read.
-std::optional<std::vector<uint8_t>> encode_frame(const InfosRequestG6 &request) {
+// Encodes the frame strip at column 0 for the entry's own colour, with the pixel mode and
+// double colour that the globals hold: the V2 serial form sets the screen only in the worker,
+// after this, so its strip takes the mode and plane order of the call before. Empty optional
+// when the PNG does not read.
+std::optional<std::vector<uint8_t>> encode_frame(const InfosRequestG6 &request,
+                                                 E_ScreenColor_G56 color) {
     PicturesAreaFrame frame;
     frame.load(request.framePng);
     if (frame.framePixels == nullptr) return std::nullopt;
-    PicturesArea strip;
-    strip.set_area_header(kDynamicAreaKind, {0, 0, request.rect.width, request.rect.height});
-    return frame.encode(strip);
+    const TKarea scratch; // only for its gamma tables
+    PixelFormat format = screen_pixel_format();
+    format.colorMode = static_cast<int32_t>(color);
+    const auto bytes = static_cast<std::size_t>(std::max(frame.frameLength, 0)) *
+                       static_cast<std::size_t>(std::max(frame.frameThickness, 0)) * 4;
+    std::vector<uint8_t> strip;
+    encodePixels(std::span<const uint8_t>(frame.framePixels, bytes), strip, 0,
+                 static_cast<uint32_t>(frame.frameLength),
+                 static_cast<uint32_t>(frame.frameThickness), format, area_gamma(scratch));
+    return strip;
 }
 
 int32_t worker(const Target &target, InfosForm form, E_ScreenColor_G56 color,
@@ -172,7 +183,7 @@ int32_t add_area_infos_g6(const Target &target, InfosForm form, E_ScreenColor_G5
     }
     std::optional<std::vector<uint8_t>> strip;
     if (request.frameFlag == 1) {
-        strip = encode_frame(request);
+        strip = encode_frame(request, color);
         if (!strip) {
             console_printf("Error: zel_dual_sdk Can't create_from_png. file: %s \n",
                            request.framePng.c_str());

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 #include "program/program_fixtures.h"
 #include "program_road.h"
@@ -265,6 +266,46 @@ TEST_F(DynamicSerial, BothFamiliesOverASerialLine) {
     ASSERT_EQ(got.size(), 3u);
     EXPECT_TRUE(sim::decode_dynamic(got[2].data, sim::DynamicFamily::G5).ok());
     EXPECT_GT(lit(0, 0, 64, 32), 0);
+}
+
+TEST_F(DynamicSerial, ItemListV2FrameIsEncodedForTheEntrysColour) {
+    start(kG6Type, true);
+    test::write_png("strip.png", 8, 2, 0xFFFFFF); // 8 lit pixels a row, 2 rows
+    // The screen of the call before: one colour, mode 4, plane order 1. The V2 serial form sets
+    // the screen only after it has encoded the frame, which takes the entry's two colours with
+    // that mode and order.
+    auto quiet = std::make_unique<StdoutCapture>();
+    zelDual_program_setScreenParams_G56(ZEL_SCREEN_ONE_COLOR, kG6Type, 1);
+    DynamicAreaBaseInfo_5G none{};
+    none.kind = 3; // adds no page: the command is the area's fields and its frame
+    ZelAreaFrmae_Dynamic_G6 frame{};
+    frame.frameFlag = 1;
+    frame.frameHeader[4] = 2;
+    frame.pngPath = "strip.png";
+    ASSERT_EQ(zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(
+                  sim().serial_path().c_str(), 2, ZEL_SCREEN_TWO_COLORS, 4, 0, 5, 1, 0, nullptr, 1,
+                  0, 0, 64, 32, frame, 1, &none),
+              0);
+    quiet.reset();
+    const auto got = dynamic_commands();
+    ASSERT_EQ(got.size(), 1u);
+    // itemLen 33 + 13 + 16: the strip is two planes of one 32-bit word a row, 8 lit positions
+    // (0 bits) and 24 dark ones, low byte first.
+    std::vector<uint8_t> expected = {1, 0xA7, 0, 0, 0, 1, 0}; // head, one area
+    const auto add = [&](std::initializer_list<uint8_t> bytes) {
+        expected.insert(expected.end(), bytes);
+    };
+    add({62, 0, 0, 0});              // itemLen
+    add({4, 0, 5, 0, 1, 0, 0, 1});   // areaID, runMode, timeout, allPrograms, count, immediate
+    add({0, 0, 0, 0, 16});           // reserved word, AreaType
+    add({0, 0, 0, 0, 64, 0, 32, 0}); // the rectangle
+    add({1, 0, 0, 0, 0, 2});         // hasFrame, the frame header
+    expected.insert(expected.end(), 8, 0); // the frame block's zeros
+    for (int word = 0; word < 4; ++word) {
+        add({0xFF, 0xFF, 0xFF, 0x00}); // plane 1, rows 1 and 2, then plane 2
+    }
+    expected.insert(expected.end(), 4 + 5 + 2, 0); // tail, reserved, pageCount
+    EXPECT_EQ(got[0].data, expected);
 }
 
 } // namespace
