@@ -46,14 +46,18 @@ bool learn_type(const Target &target, FormG6 form, OpenPeer &line, uint16_t &con
     return true;
 }
 
-// Connects over TCP for the exchange and tells whether the probe agrees with the ping.
-void connect_for_exchange(const Target &target, OpenPeer &line, uint16_t controllerType) {
+enum class PingedType { Store, Keep };
+
+// Connects over TCP for the exchange and tells whether the probe agrees with the ping. The
+// single-area entries then send with the ping's type; the sets keep the probe's.
+void connect_for_exchange(const Target &target, OpenPeer &line, uint16_t controllerType,
+                          PingedType pinged) {
     line = open_peer(target); // a failed connect shows in the exchange
     console_printf("TK_Client init后，Client.m_DeviceType == 0x%x \n", line.peer->m_DeviceType);
     if (line.peer->m_DeviceType != controllerType) {
         console_printf("oClient.m_DeviceType != retdata.ControllerType \n");
     }
-    line.peer->m_DeviceType = controllerType;
+    if (pinged == PingedType::Store) line.peer->m_DeviceType = controllerType;
 }
 
 std::vector<uint8_t> build_single(FormG6 form, const AreaRequestG6 &area,
@@ -118,7 +122,7 @@ int32_t add_area_g6(const Target &target, FormG6 form, E_ScreenColor_G56 color,
         }
         return 0;
     }
-    if (!target.serial) connect_for_exchange(target, line, controllerType);
+    if (!target.serial) connect_for_exchange(target, line, controllerType, PingedType::Store);
     const int32_t result = exchange(*line.peer, data);
     return form == FormG6::Txt ? result : narrow16(result);
 }
@@ -148,7 +152,7 @@ int32_t add_set_g6(const Target &target, bool pictures, bool withPrograms, E_Scr
         if (result != 0) return result;
     }
     const std::vector<uint8_t> data = command.serialise_split();
-    if (!target.serial) connect_for_exchange(target, line, controllerType);
+    if (!target.serial) connect_for_exchange(target, line, controllerType, PingedType::Keep);
     return exchange(*line.peer, data);
 }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 
@@ -14,6 +15,7 @@
 #include "sim/app/panel_hook.h"
 #include "sim/panel/dynamic_decoder.h"
 #include "sim/panel/live_areas.h"
+#include "sim/protocol/handlers_network.h"
 #include "support/capture.h"
 #include "support/fake_clock.h"
 #include "support/sim_fixture.h"
@@ -203,6 +205,72 @@ TEST_F(DynamicRoad, G6ItemListWithFrameTextAndPicture) {
     EXPECT_EQ(area.area.pages[1].pixels.data(),
               area.area.pages[0].pixels.data() + area.area.pages[0].pixels.size());
     EXPECT_GT(lit(2, 2, 60, 28), 0);
+}
+
+TEST_F(DynamicRoad, PingedTypeGoesIntoThePacketOfTheSingleAreaEntriesOnly) {
+    // The ping says 0x0064, the probe of the connection 0x0063. Entries that store the ping's
+    // type in their peer send it in the packet's device type word; the set and the item list
+    // keep the probe's.
+    start(kG6Type);
+    {
+        auto lock = sim().lock();
+        auto &state = sim().module_state<sim::NetworkState>();
+        state.pingOverride = std::vector<uint8_t>(52, 0);
+        (*state.pingOverride)[0] = 0x64;
+    }
+    ZelDynamicAreaSetItem_G6 item{};
+    item.areaID = 1;
+    item.area.AreaWidth = 32;
+    item.area.AreaHeight = 32;
+    item.page = text_params_g6(1, 1, 12, 1);
+    item.font = test::kDejaVu;
+    item.content = "1";
+    DynamicAreaBaseInfo_5G info{};
+    info.kind = 1;
+    info.style = style(12);
+    info.fontName = "DejaVu Sans";
+    info.text = "1";
+    const DynamicAreaBaseInfo_5G *infos[] = {&info};
+    const ZelAreaFrmae_Dynamic_G6 noFrame{};
+    struct Case {
+        const char *entry;
+        std::function<int32_t()> call;
+        uint16_t deviceType;
+    };
+    const Case cases[] = {
+        {"AddAreaTxt_6G",
+         [&] {
+             return zelDual_dynamicArea_AddAreaTxt_6G(kHost, port(), ZEL_SCREEN_ONE_COLOR, 1, 0, 0,
+                                                      32, 32, test::kDejaVu, 12, "1");
+         },
+         0x0064},
+        {"dynamicAreaS_AddTxtDetails_6G",
+         [&] {
+             return zelDual_dynamicAreaS_AddTxtDetails_6G(kHost, port(), ZEL_SCREEN_ONE_COLOR, 1,
+                                                          &item);
+         },
+         kG6Type},
+        {"AddAreaInfos_6G",
+         [&] {
+             return zelDual_dynamicArea_AddAreaInfos_6G(kHost, port(), ZEL_SCREEN_ONE_COLOR, 1, 0,
+                                                        5, 1, 0, nullptr, 1, 0, 0, 32, 32, noFrame,
+                                                        1, infos);
+         },
+         kG6Type},
+    };
+    for (const Case &k : cases) {
+        sim().clear_requests();
+        auto quiet = std::make_unique<StdoutCapture>();
+        const int32_t result = k.call();
+        const std::string out = quiet->text();
+        quiet.reset();
+        EXPECT_EQ(result, 0) << k.entry;
+        EXPECT_NE(out.find("oClient.m_DeviceType != retdata.ControllerType \n"), std::string::npos)
+            << k.entry;
+        const auto got = dynamic_commands();
+        ASSERT_EQ(got.size(), 1u) << k.entry;
+        EXPECT_EQ(got[0].deviceType, k.deviceType) << k.entry;
+    }
 }
 
 TEST_F(DynamicRoad, IndependentSoundReachesTheController) {
