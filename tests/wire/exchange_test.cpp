@@ -145,6 +145,33 @@ TEST(CommandExchange, PlainCommandDropsAnAnswerOfUpTo1024Bytes) {
     }
 }
 
+TEST(CommandExchange, NoFrameGoesOutWhoseLengthsDoNotFit) {
+    // Up to 32767 bytes of data the request packs, but its frame is longer than 32767 bytes and
+    // the send refuses its negative length; so does it for a frame of 65536 bytes or more that
+    // escaping makes. Above 32767 the data length itself would be negative: nothing is sent.
+    struct Case {
+        std::size_t length;
+        uint8_t fill;
+        std::size_t refused;
+    };
+    const Case cases[] = {
+        {32767, 0x00, 1}, // frame of 9 + 32 + 32767 bytes
+        {32767, 0x5A, 1}, // every data byte escaped: 65575 bytes and more
+        {32768, 0x00, 0},
+        {65535, 0x00, 0},
+    };
+    for (const Case &c : cases) {
+        ScriptedPeer peer;
+        peer.answers.push_back(ack_frame());
+        const std::vector<uint8_t> data(c.length, c.fill);
+        EXPECT_EQ(peer.send_cmd(0xA1, 0x03, data.data(), static_cast<uint16_t>(c.length)), -1)
+            << c.length;
+        EXPECT_TRUE(peer.sends.empty()) << c.length;
+        EXPECT_EQ(peer.refused.size(), c.refused) << c.length;
+        EXPECT_TRUE(peer.timeouts.empty()) << c.length;
+    }
+}
+
 TEST(CommandExchange, TransportFailuresEndTheExchange) {
     ScriptedPeer sendFails;
     sendFails.failSendAt = 0;
