@@ -90,8 +90,9 @@ int32_t KOR_command::send_recv_cmd_1K(uint8_t group, uint8_t code, const uint8_t
     uint8_t reply[kDynamicChunkLen] = {};
 
     // A frame of 32768 bytes or more has a negative total: nothing goes out and the exchange
-    // still waits for an answer, as the controllers' tools always have.
-    const int16_t total = static_cast<int16_t>(frame.size());
+    // still waits for an answer, as the controllers' tools always have. One of 65536 bytes or
+    // more, which escaping can make, counts as negative too rather than wrapping to a piece.
+    const int16_t total = frame.size() > 0xFFFF ? int16_t{-1} : static_cast<int16_t>(frame.size());
     uint16_t sent = 0;
     int32_t result = 0;
     while (sent < total) {

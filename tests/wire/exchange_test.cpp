@@ -65,12 +65,16 @@ TEST(DynamicExchange, SendsTheFrameInPiecesOf1024) {
 }
 
 TEST(DynamicExchange, FrameOf32768BytesSendsNothingAndWaitsForAnAnswer) {
-    ScriptedPeer peer; // no answer: recv fails
-    test::StdoutCapture out;
-    EXPECT_EQ(send_1k(peer, false, std::vector<uint8_t>(32768 - kFrameOverhead, 0)), -1);
-    EXPECT_EQ(out.text(), "Recv failed. nTotalLen ======= 0 \n");
-    EXPECT_TRUE(peer.sends.empty());
-    EXPECT_EQ(peer.timeouts, std::vector<uint32_t>{5});
+    // Also a frame of 65536 bytes or more: 32768 data bytes, every one escaped.
+    for (const auto &data :
+         {std::vector<uint8_t>(32768 - kFrameOverhead, 0), std::vector<uint8_t>(32768, 0x5A)}) {
+        ScriptedPeer peer; // no answer: recv fails
+        test::StdoutCapture out;
+        EXPECT_EQ(send_1k(peer, false, data), -1);
+        EXPECT_EQ(out.text(), "Recv failed. nTotalLen ======= 0 \n");
+        EXPECT_TRUE(peer.sends.empty()) << data.size();
+        EXPECT_EQ(peer.timeouts, std::vector<uint32_t>{5});
+    }
 }
 
 TEST(DynamicExchange, FailuresNameWhereTheyHappened) {
