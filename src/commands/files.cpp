@@ -19,12 +19,14 @@ uint8_t code_for(FileSpace space, uint8_t ofsCode, uint8_t confCode) {
 }
 
 int32_t plain(KOR_command &peer, uint8_t code, const std::vector<uint8_t> &data) {
+    // A longer list of names would go out cut to a 16-bit length.
+    if (data.size() > kLargestCommandData) return -1;
     return peer.send_cmd(kGroupFiles, code, data.data(), static_cast<uint16_t>(data.size()));
 }
 
-// The largest block whose command data (9 header bytes and the block) a 16-bit length can
-// still describe.
-constexpr uint32_t kLargestBlock = 0xFFFF - kBlockHeaderLen;
+// The largest block whose command data (9 header bytes and the block) the request's signed
+// 16-bit length can still describe.
+constexpr uint32_t kLargestBlock = kLargestCommandData - kBlockHeaderLen;
 
 } // namespace
 

@@ -179,7 +179,9 @@ ZEL_API int32_t zelDual_program_pictureAreaAddPic(uint16_t areaID, uint16_t picI
                                                   const TextPageParams_G5 *params,
                                                   const char *path) {
     return guarded(-1, [&] {
-        if (params == nullptr || path == nullptr) return -1;
+        // The file is tested before anything else is read: a missing file prints its line
+        // whatever the record.
+        if (path == nullptr) return -1;
         FILE *test = std::fopen(path, "r");
         if (test == nullptr) {
             console_printf("Error:The picture file :%s does not exist.ID:", path);
@@ -189,7 +191,7 @@ ZEL_API int32_t zelDual_program_pictureAreaAddPic(uint16_t areaID, uint16_t picI
             console_printf("The file 'crt_fopen' was not closed\n");
         }
         PicturesArea *area = pictures_area(areaID);
-        if (area == nullptr) return -1;
+        if (area == nullptr || params == nullptr) return -1;
         area->addPicture(picID, path, unpack_picture_page(*params));
         return 0;
     });

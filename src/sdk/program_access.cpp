@@ -1,6 +1,6 @@
 #include "sdk/program_access.h"
 
-#include <atomic>
+#include <mutex>
 #include <new>
 
 #include "platform/thread.h"
@@ -8,58 +8,75 @@
 namespace zel {
 namespace {
 
-std::atomic<uint32_t> g_programOwner{0};
-std::atomic<ProgramObject *> g_program{nullptr};
+// The program and its owner change together, under this mutex, so that no thread can see one
+// without the other. It is held only while the pair is read or written: never across a sleep,
+// a construction or a destruction, so the polling stays the only wait.
+std::mutex g_slotMutex;
+uint32_t g_programOwner = 0;
+ProgramObject *g_program = nullptr;
 
 } // namespace
 
 ProgramObject *access_program(ProgramFactory make) {
     const uint32_t self = platform::current_thread_id();
     for (;;) {
-        if (g_programOwner.load(std::memory_order_acquire) == self) {
-            return g_program.load(std::memory_order_acquire);
+        {
+            std::lock_guard<std::mutex> guard(g_slotMutex);
+            if (g_programOwner == self) {
+                return g_program;
+            }
         }
         platform::sleep_ms(kProgramPollMs);
-        if (g_program.load(std::memory_order_acquire) == nullptr) {
-            std::unique_ptr<ProgramObject> made;
-            try {
-                made = make();
-            } catch (const std::bad_alloc &) {
-                made.reset();
+        {
+            std::lock_guard<std::mutex> guard(g_slotMutex);
+            if (g_program != nullptr) {
+                continue;
             }
-            // Two threads that get here together would both store; the compare-exchange lets
-            // the first one win and the other frees its object instead of leaking it, then
-            // keeps polling like any thread that meets an owner.
-            ProgramObject *expected = nullptr;
-            if (made == nullptr) {
-                g_programOwner.store(self, std::memory_order_release);
-            } else if (g_program.compare_exchange_strong(expected, made.get(),
-                                                         std::memory_order_acq_rel)) {
-                made.release();
-                g_programOwner.store(self, std::memory_order_release);
-            }
+        }
+        std::unique_ptr<ProgramObject> made;
+        try {
+            made = make();
+        } catch (const std::bad_alloc &) {
+            made.reset();
+        }
+        // Two threads that get here together would both store; only the first one that finds
+        // the slot still empty takes it, with its owner, and the other frees its object
+        // instead of leaking it, then keeps polling like any thread that meets an owner. A
+        // failed construction takes the ownership only of an empty slot, too.
+        std::lock_guard<std::mutex> guard(g_slotMutex);
+        if (g_program == nullptr) {
+            g_program = made.release();
+            g_programOwner = self;
         }
     }
 }
 
 int32_t delete_program() {
-    // The slot is emptied before the object dies, so that current_program() never hands out a
-    // program that is being destroyed.
-    std::unique_ptr<ProgramObject> program(g_program.exchange(nullptr, std::memory_order_acq_rel));
-    if (!program) {
-        return 0;
+    // The slot is emptied and its owner cleared in one step before the object dies: a
+    // current_program() never hands out a program that is being destroyed, and a program that
+    // another thread makes meanwhile keeps its owner.
+    std::unique_ptr<ProgramObject> program;
+    {
+        std::lock_guard<std::mutex> guard(g_slotMutex);
+        if (g_program == nullptr) {
+            return 0;
+        }
+        program.reset(g_program);
+        g_program = nullptr;
+        g_programOwner = 0;
     }
     program.reset();
-    g_programOwner.store(0, std::memory_order_release);
     return 0;
 }
 
 ProgramObject *current_program() {
-    return g_program.load(std::memory_order_acquire);
+    std::lock_guard<std::mutex> guard(g_slotMutex);
+    return g_program;
 }
 
 uint32_t program_owner_thread() {
-    return g_programOwner.load(std::memory_order_acquire);
+    std::lock_guard<std::mutex> guard(g_slotMutex);
+    return g_programOwner;
 }
 
 } // namespace zel

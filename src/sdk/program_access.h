@@ -2,8 +2,9 @@
 //
 // A thread that meets no owner sleeps 100 ms once and then owns a new program; any other
 // thread polls in steps of 100 ms, without a time limit, until the owner deletes the program.
-// That polling is the whole protection: there is no lock. The G5 and the G6 accessor share the
-// owner and the object, and an accessor hands back whatever object exists, of either class.
+// That polling is the whole protection of the program: a mutex keeps the program and its owner
+// consistent and is never held across a sleep. The G5 and the G6 accessor share the owner and
+// the object, and an accessor hands back whatever object exists, of either class.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +26,7 @@ using ProgramFactory = std::unique_ptr<ProgramObject> (*)();
 // program exists. Returns the current program (null if construction failed).
 ProgramObject *access_program(ProgramFactory make);
 
-// Destroys the current program, if any, and clears the owner. Always 0; any thread may call it.
+// Destroys the current program, if any, and clears its owner. Always 0; any thread may call it.
 int32_t delete_program();
 
 // The current program and owner as they stand, without the access loop (for tests and for

@@ -1,6 +1,7 @@
 #include "wire/kor_command.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "sdk/bytes.h"
@@ -10,8 +11,12 @@ namespace zel {
 namespace {
 
 // Frame lengths travel as signed 16-bit values: a frame of 32768 bytes or more turns into a
-// length the transports refuse (see the peers' send).
+// length the transports refuse (see the peers' send). One of 65536 bytes or more, which only
+// escaping can make, is refused the same way rather than wrapping to a piece of the frame.
 uint32_t widened_frame_length(std::size_t length) {
+    if (length > 0xFFFF) {
+        return UINT32_MAX;
+    }
     return static_cast<uint32_t>(static_cast<int32_t>(static_cast<int16_t>(length)));
 }
 
@@ -52,6 +57,10 @@ int32_t KOR_command::probe_device_type(uint32_t timeout) {
 
 int32_t KOR_command::send_recv_cmd(uint8_t group, uint8_t code, const uint8_t *data,
                                    uint16_t dataLen, uint8_t *answer, uint16_t &capacity) {
+    // The body's length would be negative and its data left out: such a frame never goes out.
+    if (dataLen > kLargestCommandData) {
+        return -1;
+    }
     std::vector<uint8_t> frame;
     pack(group, code, data, static_cast<int16_t>(dataLen), frame);
     int32_t result = send(frame.data(), widened_frame_length(frame.size()));
@@ -81,8 +90,9 @@ int32_t KOR_command::send_recv_cmd_1K(uint8_t group, uint8_t code, const uint8_t
     uint8_t reply[kDynamicChunkLen] = {};
 
     // A frame of 32768 bytes or more has a negative total: nothing goes out and the exchange
-    // still waits for an answer, as the controllers' tools always have.
-    const int16_t total = static_cast<int16_t>(frame.size());
+    // still waits for an answer, as the controllers' tools always have. One of 65536 bytes or
+    // more, which escaping can make, counts as negative too rather than wrapping to a piece.
+    const int16_t total = frame.size() > 0xFFFF ? int16_t{-1} : static_cast<int16_t>(frame.size());
     uint16_t sent = 0;
     int32_t result = 0;
     while (sent < total) {

@@ -11,6 +11,9 @@ namespace zel {
 
 // Room of the frame buffer of every exchange; a frame is read with one recv into it.
 inline constexpr uint32_t kFrameBufferLen = 65536;
+// The most command data that the signed 16-bit length of a request body can describe; an
+// exchange refuses more with -1 and sends nothing.
+inline constexpr uint16_t kLargestCommandData = 0x7FFF;
 // The plain command drops its answer into a buffer of this size.
 inline constexpr uint16_t kPlainAnswerCapacity = 1024;
 // Dynamic frames go to the controller in pieces of at most this many bytes, back to back.
@@ -35,7 +38,8 @@ class KOR_command : public LedTKPacket {
 
     // The command exchange: packs one version 5 or 7 request, sends it, receives one answer and
     // unpacks it into `answer`, which has room for `capacity` bytes. `capacity` comes back as
-    // unpack leaves it. The result is unpack's, or that of the first step that failed.
+    // unpack leaves it. The result is unpack's, or that of the first step that failed; -1 for
+    // data longer than kLargestCommandData, which never goes out.
     int32_t send_recv_cmd(uint8_t group, uint8_t code, const uint8_t *data, uint16_t dataLen,
                           uint8_t *answer, uint16_t &capacity);
 

@@ -399,5 +399,40 @@ TEST_F(FilesSerialTest, SerialFormsReachTheSameFileSystem) {
     EXPECT_EQ(got[3].data[4], 1);
 }
 
+TEST_F(FilesSerialTest, BlocksWhoseDataLengthDoesNotFitNeverGoOut) {
+    // A block's data is 9 bytes and the block, and the request's data length is a signed 16-bit
+    // value: a block of 32758 packs, and its frame of more than 32767 bytes fails at the send;
+    // from 32759 on no block frame is built at all. Either way only the header reaches the
+    // controller, and the write ends with -1.
+    for (const bool serial : {false, true}) {
+        for (const uint16_t block : {32758, 32759, 65526, 65527}) {
+            sim().clear_requests();
+            zelDual_set_packetLen(block);
+            const auto image = program_image(block);
+            StdoutCapture out;
+            const int32_t result =
+                serial ? zelDual_cmd_uart_ofsWriteFile(tty(), 2, "P000", 0, block, 1, image.data())
+                       : zelDual_cmd_ofsWriteFile(kHost, port(), "P000", 0, block, 1, image.data());
+            EXPECT_EQ(result, -1) << serial << " " << block;
+            const std::string n = std::to_string(block);
+            const bool refusedBySend = serial && block == 32758;
+            EXPECT_EQ(out.text(), "g_packetLen ======= " + n + " \n" +
+                                      (refusedBySend ? "WriteFile error return ===== 0 \n" : "") +
+                                      "dataLen-oldLen ======= " + n + " \n")
+                << serial << " " << block;
+            const auto got = received(kFiles);
+            EXPECT_EQ(got.size(), 1u) << serial << " " << block;
+            EXPECT_EQ(got.at(0).code, 0x02);
+        }
+        // A list of 16384 names (65538 bytes of data) is not cut to a 16-bit length either.
+        sim().clear_requests();
+        const std::vector<char> names(16384 * 4, 'P');
+        EXPECT_EQ(serial ? zelDual_cmd_uart_ofsDeleteFormatFile(tty(), 2, 16384, names.data())
+                         : zelDual_cmd_ofsDeleteFormatFile(kHost, port(), 16384, names.data()),
+                  -1);
+        EXPECT_TRUE(received(kFiles).empty()) << serial;
+    }
+}
+
 } // namespace
 } // namespace zel::test

@@ -161,6 +161,12 @@ TEST_F(G5Program, EntriesFailOnMissingAreasAndMissingFiles) {
         EXPECT_EQ(zelDual_program_pictureAreaAddPic(1, 0, &p, "missing.png"), -1);
         EXPECT_EQ(out.text(), "Error:The picture file :missing.png does not exist.ID:");
     }
+    {
+        // The file is tested before the record is read, so its line stands without one too.
+        StdoutCapture out;
+        EXPECT_EQ(zelDual_program_pictureAreaAddPic(1, 0, nullptr, "missing.png"), -1);
+        EXPECT_EQ(out.text(), "Error:The picture file :missing.png does not exist.ID:");
+    }
     OnePageResult page;
     std::memset(&page, 0xEE, sizeof page);
     EXPECT_EQ(zelDual_program_pictureAreaGetOnePage(9, 0, &page), -1);

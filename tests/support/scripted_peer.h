@@ -19,6 +19,11 @@ class ScriptedPeer : public KOR_command {
 
     int32_t send(const uint8_t *data, uint32_t len) override {
         if (failSendAt == static_cast<int>(sends.size())) return -1;
+        // A length beyond the frame buffer is refused, as every transport refuses it.
+        if (len > kFrameBufferLen) {
+            refused.push_back(len);
+            return -1;
+        }
         sends.emplace_back(data, data + len);
         return 0;
     }
@@ -52,6 +57,7 @@ class ScriptedPeer : public KOR_command {
     std::vector<uint32_t> timeouts;           // the time-out of every recv
     std::vector<uint32_t> rooms;              // the room every recv offered
     int failSendAt = -1;                      // the send (0-based) that fails; -1 none
+    std::vector<uint32_t> refused;            // lengths of sends refused as too long
 };
 
 } // namespace zel::test

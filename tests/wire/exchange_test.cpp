@@ -65,12 +65,16 @@ TEST(DynamicExchange, SendsTheFrameInPiecesOf1024) {
 }
 
 TEST(DynamicExchange, FrameOf32768BytesSendsNothingAndWaitsForAnAnswer) {
-    ScriptedPeer peer; // no answer: recv fails
-    test::StdoutCapture out;
-    EXPECT_EQ(send_1k(peer, false, std::vector<uint8_t>(32768 - kFrameOverhead, 0)), -1);
-    EXPECT_EQ(out.text(), "Recv failed. nTotalLen ======= 0 \n");
-    EXPECT_TRUE(peer.sends.empty());
-    EXPECT_EQ(peer.timeouts, std::vector<uint32_t>{5});
+    // Also a frame of 65536 bytes or more: 32768 data bytes, every one escaped.
+    for (const auto &data :
+         {std::vector<uint8_t>(32768 - kFrameOverhead, 0), std::vector<uint8_t>(32768, 0x5A)}) {
+        ScriptedPeer peer; // no answer: recv fails
+        test::StdoutCapture out;
+        EXPECT_EQ(send_1k(peer, false, data), -1);
+        EXPECT_EQ(out.text(), "Recv failed. nTotalLen ======= 0 \n");
+        EXPECT_TRUE(peer.sends.empty()) << data.size();
+        EXPECT_EQ(peer.timeouts, std::vector<uint32_t>{5});
+    }
 }
 
 TEST(DynamicExchange, FailuresNameWhereTheyHappened) {
@@ -142,6 +146,33 @@ TEST(CommandExchange, PlainCommandDropsAnAnswerOfUpTo1024Bytes) {
             EXPECT_EQ(out.text(), "return Data Length too long!!! Control Card Return:"
                                   "cmd_header->datalen = 1025; but membuff len = 1024;\n ");
         }
+    }
+}
+
+TEST(CommandExchange, NoFrameGoesOutWhoseLengthsDoNotFit) {
+    // Up to 32767 bytes of data the request packs, but its frame is longer than 32767 bytes and
+    // the send refuses its negative length; so does it for a frame of 65536 bytes or more that
+    // escaping makes. Above 32767 the data length itself would be negative: nothing is sent.
+    struct Case {
+        std::size_t length;
+        uint8_t fill;
+        std::size_t refused;
+    };
+    const Case cases[] = {
+        {32767, 0x00, 1}, // frame of 9 + 32 + 32767 bytes
+        {32767, 0x5A, 1}, // every data byte escaped: 65575 bytes and more
+        {32768, 0x00, 0},
+        {65535, 0x00, 0},
+    };
+    for (const Case &c : cases) {
+        ScriptedPeer peer;
+        peer.answers.push_back(ack_frame());
+        const std::vector<uint8_t> data(c.length, c.fill);
+        EXPECT_EQ(peer.send_cmd(0xA1, 0x03, data.data(), static_cast<uint16_t>(c.length)), -1)
+            << c.length;
+        EXPECT_TRUE(peer.sends.empty()) << c.length;
+        EXPECT_EQ(peer.refused.size(), c.refused) << c.length;
+        EXPECT_TRUE(peer.timeouts.empty()) << c.length;
     }
 }
 
