@@ -1431,7 +1431,9 @@ ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2(
     uint8_t immediate, uint16_t x, uint16_t y, uint16_t width, uint16_t height,
     ZelAreaFrmae_Dynamic_G6 frame, uint8_t count, const DynamicAreaBaseInfo_5G *items,
     const ZelDynamicSound_G6 *sound);
-/** The serial form of zelDual_dynamicArea_AddAreaInfos_6G_V2, without sound.
+/** The serial form of zelDual_dynamicArea_AddAreaInfos_6G_V2, without sound. It sets the screen
+ *  only after the frame is encoded: the frame takes `color` with the pixel mode and plane order
+ *  of the screen set before the call.
  *  @return as zelDual_dynamicArea_AddAreaInfos_G6_Serial */
 ZEL_API int32_t zelDual_dynamicArea_AddAreaInfos_6G_V2_Serial(
     const char *pSerialName, uint8_t nSpeedIndex, E_ScreenColor_G56 color, uint8_t areaID,
